@@ -1,0 +1,17 @@
+// mem.h - allocation of scene data.
+//
+// Every record, point array and layer goes through these three functions so
+// that tests can make the n-th allocation fail and check that each command
+// reports "Out of Memory" in its own words and leaves the scene unchanged.
+#pragma once
+#include <cstddef>
+
+struct MemState {
+    long fail_countdown = 0;  // >0: the allocation that brings it to 0 fails
+    long live_blocks = 0;     // blocks handed out and not yet freed
+};
+
+void* Mem_Alloc(size_t size);               // nullptr on failure
+void* Mem_Realloc(void* p, size_t size);    // nullptr on failure, p untouched
+void Mem_Free(void* p);                     // nullptr is fine
+void Mem_FailAfter(long n);                 // n-th allocation from now fails; 0 = never

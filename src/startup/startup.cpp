@@ -1,0 +1,201 @@
+// startup.cpp - start-up order, the work-file cycle, orderly exit, and the
+// file commands that are thin prompts around the work-file reader and writer.
+//
+// Start reading at Startup_Run(): banner, signals, configuration, directory
+// check, display, menus, then load -> command loop -> (NEW: load again |
+// EXIT: Exit(0)). Every way out goes through Exit() or, for the fatal
+// directory check, Shutdown() directly.
+#include "startup/startup.h"
+
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "gfx/gfx.h"
+#include "input/message.h"
+#include "state.h"
+#include "ui/field.h"
+#include "workfile/workfile.h"
+
+namespace {
+
+void OnTerminate(int sig) { Exit(sig); }
+void OnFpe(int) {}   // floating-point errors are ignored
+
+void InstallSignals() {
+    signal(SIGTERM, OnTerminate);
+    signal(SIGINT, OnTerminate);
+    signal(SIGQUIT, OnTerminate);
+    signal(SIGABRT, SIG_DFL);
+    signal(SIGILL, SIG_DFL);
+    signal(SIGSEGV, SIG_DFL);
+    signal(SIGFPE, OnFpe);
+}
+
+// Placeholder for the menu loaders: the files must at least be there.
+int MenuFileReadable(const char* name) {
+    char path[FIELD_MAX * 2];
+    snprintf(path, sizeof path, "%s/%s", g.config.SUPPORT_DIR, name);
+    FILE* f = fopen(path, "r");
+    if (!f) return 0;
+    fclose(f);
+    return 1;
+}
+
+void BuildScreenAndMenus() {
+    Msg_Printf("\nLoading-> %s", g.config.MainMenu_Name);
+    if (!MenuFileReadable(g.config.MainMenu_Name)) {
+        SetFatalMessage("Error: Unable to load Menu File");
+        Exit(1);
+    }
+    Msg_Printf("\nLoading-> %s", g.config.SideMenu_Name);
+    if (!MenuFileReadable(g.config.SideMenu_Name)) {
+        SetFatalMessage("Can't load SIDEMENU");
+        Exit(1);
+    }
+}
+
+void SetWorkPath(const char* name) {
+    snprintf(g.run.workFilePath, sizeof g.run.workFilePath, "%s/%s", g.config.WORK_DIR, name);
+}
+
+// Name of a path without directory and extension, cut to 12 characters.
+void BaseName(char* out, const char* path) {
+    const char* slash = strrchr(path, '/');
+    const char* base = slash ? slash + 1 : path;
+    CopyCut(out, 13, base);
+    out[strcspn(out, ".")] = '\0';
+}
+
+int AskYesNo(const char* keywords, const char* prompt) {
+    Input_SetKeywords(keywords, 0, 0);
+    Input_SetMask(1);
+    return Input_Get(prompt, nullptr);
+}
+
+}  // namespace
+
+const char* SetFatalMessage(const char* text) {
+    snprintf(g.run.fatalMessage, sizeof g.run.fatalMessage, "%s\n", text);
+    return g.run.fatalMessage;
+}
+
+void Shutdown() {
+    Scene_Clear();
+    X11_MouseReset();
+    unlink("texture.tmp");
+    fflush(stdout);
+    exit(g.run.cleanExit ? 0 : 1);
+}
+
+void Exit(int status) {
+    g.run.cleanExit = 1;
+    if (status != 0) fputs(g.run.fatalMessage, stdout);
+    Shutdown();
+}
+
+void Startup_FirstWorkFile(int argc, char** argv) {
+    if (argc < 2) {
+        SetWorkPath("qmr.qmr");
+        return;
+    }
+    SetWorkPath(argv[1]);
+    char* p = g.run.workFilePath;
+    p[strcspn(p, ".")] = '\0';
+    size_t n = strlen(p);
+    snprintf(p + n, sizeof g.run.workFilePath - n, ".qmr");
+}
+
+int Startup_LoadWorkFile() {
+    BaseName(g.run.workFileName, g.run.workFilePath);
+    int ok = WorkFile_Load(g.run.workFilePath);
+    if (ok)
+        Msg_Printf("\n<%s> File Loaded!", g.run.workFileName);
+    else
+        Msg_Printf("\nCan't Find File <%s>.", g.run.workFilePath);
+    if (SameName(g.run.workFileName, "qmr")) {
+        SetWorkPath("untitled");
+        strcpy(g.run.workFileName, "untitled");
+        strcpy(g.run.Scene_Name, "untitled");
+        strcpy(g.run.Image_Name, "untitled");
+    }
+    return ok;
+}
+
+void Startup_Run(int argc, char** argv) {
+    printf("\"Quillmoor Sculptor\" version 2.10");
+    printf("-X11-pl2, %s\n\n", "Jan  8 1996");
+    fflush(stdout);
+    InstallSignals();
+    Config_SetDefaults();
+    Config_Read();
+    Config_CheckDirs();
+    X11_InitGraph(g.config.Video_Mode);
+    BuildScreenAndMenus();
+    Startup_FirstWorkFile(argc, argv);
+    for (;;) {
+        Startup_LoadWorkFile();
+        if (!g.scene.First_Layer && !Layer_NewFirst()) {
+            SetFatalMessage("Unable to setup first layer.");
+            Exit(1);
+        }
+        g.run.restartFlag = 0;
+        CommandLoop();
+        if (!g.run.restartFlag) Exit(0);
+        SetWorkPath("qmr.qmr");
+        Scene_Clear();
+    }
+}
+
+int Com_SaveAs() {
+    // The file browser that chooses the new name is not built yet: behave as
+    // if it was cancelled.
+    g.input.InputResult.code = 0;
+    return 0;
+}
+
+int Com_Save() {
+    g.input.InputResult.code = 0;
+    if (SameName(g.run.workFileName, "UNTITLED")) return Com_SaveAs();
+    char scene[13], image[13];
+    memcpy(scene, g.run.Scene_Name, sizeof scene);
+    memcpy(image, g.run.Image_Name, sizeof image);
+    Msg_Printf("\nSaving <%s>...", g.run.workFileName);
+    if (!WorkFile_Save(g.run.currentFilePath)) Msg_Printf("\nUnable to Save File!");
+    memcpy(g.run.Scene_Name, scene, sizeof scene);
+    memcpy(g.run.Image_Name, image, sizeof image);
+    return 1;
+}
+
+int Com_Exit() {
+    char prompt[128];
+    snprintf(prompt, sizeof prompt, "\nEXIT> Save changes to <%s>? <Yes,No> <Yes>: ",
+             g.run.workFileName);
+    if (!AskYesNo("N,Y", prompt)) return 0;
+    if (g.input.InputResult.kind != 1) Com_Save();
+    return 1;
+}
+
+int Com_New() {
+    char prompt[128];
+    snprintf(prompt, sizeof prompt, "NEW> Save changes to <%s>? <Yes,No> <N>: ",
+             g.run.workFileName);
+    if (!AskYesNo("Y,N", prompt)) return 0;
+    if (g.input.InputResult.kind == 1) Com_Save();
+    return 1;
+}
+
+int Com_Clear() {
+    if (!AskYesNo("Y,N", "\nCLEAR> Are you Sure you want to start from scratch? <Y/N> <N>: "))
+        return 0;
+    if (g.input.InputResult.kind != 1) return 1;
+    Scene_Clear();
+    if (!Layer_NewFirst()) {
+        SetFatalMessage("Unable to setup first layer.");
+        Exit(1);
+    }
+    return 1;
+}
