@@ -1,0 +1,146 @@
+// process.cpp - child processes, Xvfb and temporary directories for tests.
+#include "e2e/process.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <thread>
+
+extern char** environ;
+
+RunResult RunProcess(const std::vector<std::string>& argv, const RunOptions& opt) {
+    RunResult r;
+    int in[2], out[2];
+    if (pipe(in) != 0 || pipe(out) != 0) return r;
+    pid_t pid = fork();
+    if (pid == 0) {
+        dup2(in[0], 0);
+        dup2(out[1], 1);
+        dup2(out[1], 2);
+        close(in[0]);
+        close(in[1]);
+        close(out[0]);
+        close(out[1]);
+        if (opt.clear_env) clearenv();
+        for (auto& [k, v] : opt.env) {
+            if (v == "\x01unset") unsetenv(k.c_str());
+            else setenv(k.c_str(), v.c_str(), 1);
+        }
+        if (!opt.cwd.empty() && chdir(opt.cwd.c_str()) != 0) _exit(126);
+        std::vector<char*> args;
+        for (auto& a : argv) args.push_back(const_cast<char*>(a.c_str()));
+        args.push_back(nullptr);
+        execvp(args[0], args.data());
+        _exit(127);
+    }
+    close(in[0]);
+    close(out[1]);
+    signal(SIGPIPE, SIG_IGN);
+    if (!opt.input.empty()) {
+        ssize_t w = write(in[1], opt.input.data(), opt.input.size());
+        (void)w;
+    }
+    close(in[1]);
+    auto start = std::chrono::steady_clock::now();
+    bool signalled = false;
+    char buf[4096];
+    for (;;) {
+        pollfd p{out[0], POLLIN, 0};
+        int n = poll(&p, 1, 50);
+        if (n > 0) {
+            ssize_t got = read(out[0], buf, sizeof buf);
+            if (got <= 0) break;
+            r.out.append(buf, got);
+        }
+        if (opt.signal_after_output && !signalled &&
+            r.out.find(opt.signal_when) != std::string::npos) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+            kill(pid, opt.signal_after_output);
+            signalled = true;
+        }
+        double secs = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+        if (secs > opt.timeout_s) {
+            r.timed_out = true;
+            kill(pid, SIGKILL);
+            break;
+        }
+    }
+    close(out[0]);
+    int status = 0;
+    waitpid(pid, &status, 0);
+    r.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    return r;
+}
+
+XvfbServer::XvfbServer(const char* screen) {
+    for (int n = 90 + getpid() % 50; n < 400; n++) {
+        std::string lock = "/tmp/.X" + std::to_string(n) + "-lock";
+        std::string sock = "/tmp/.X11-unix/X" + std::to_string(n);
+        if (FileExists(lock) || FileExists(sock)) continue;
+        display_ = ":" + std::to_string(n);
+        pid_t pid = fork();
+        if (pid == 0) {
+            int devnull = open("/dev/null", O_RDWR);
+            dup2(devnull, 1);
+            dup2(devnull, 2);
+            execlp("Xvfb", "Xvfb", display_.c_str(), "-screen", "0", screen, "-nolisten", "tcp",
+                   (char*)nullptr);
+            _exit(127);
+        }
+        for (int i = 0; i < 100; i++) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            int status;
+            if (waitpid(pid, &status, WNOHANG) == pid) break;   // died: try the next number
+            if (FileExists(sock)) {
+                pid_ = pid;
+                return;
+            }
+        }
+        kill(pid, SIGKILL);
+        waitpid(pid, nullptr, 0);
+    }
+}
+
+XvfbServer::~XvfbServer() {
+    if (pid_ > 0) {
+        kill(pid_, SIGTERM);
+        waitpid(pid_, nullptr, 0);
+    }
+}
+
+TempDir::TempDir() {
+    char tmpl[] = "/tmp/qmrtest.XXXXXX";
+    path_ = mkdtemp(tmpl);
+}
+
+TempDir::~TempDir() {
+    std::error_code ec;
+    std::filesystem::remove_all(path_, ec);
+}
+
+void WriteFile(const std::string& path, const std::string& text) {
+    std::ofstream f(path, std::ios::binary);
+    f << text;
+}
+
+std::string ReadFile(const std::string& path) {
+    std::ifstream f(path, std::ios::binary);
+    std::stringstream s;
+    s << f.rdbuf();
+    return s.str();
+}
+
+bool FileExists(const std::string& path) {
+    struct stat st;
+    return stat(path.c_str(), &st) == 0;
+}

@@ -1,0 +1,53 @@
+// process.h - running the real program (or any command) from a test, and a
+// private X server for tests that need a display.
+#pragma once
+#include <map>
+#include <string>
+#include <vector>
+
+struct RunResult {
+    int status = -1;        // exit status, or 128 + signal
+    bool timed_out = false;
+    std::string out;        // standard output and standard error
+};
+
+struct RunOptions {
+    std::string cwd;                              // "" = current directory
+    std::map<std::string, std::string> env;       // set (value "\x01unset" removes)
+    bool clear_env = false;                       // start from an empty environment
+    std::string input;                            // written to standard input, then closed
+    double timeout_s = 20;                        // killed after this
+    int signal_after_output = 0;                  // send this signal once ...
+    std::string signal_when;                      // ... this text has appeared in the output
+};
+
+RunResult RunProcess(const std::vector<std::string>& argv, const RunOptions& opt);
+
+// An Xvfb server on a free display number, stopped by the destructor.
+class XvfbServer {
+  public:
+    explicit XvfbServer(const char* screen = "1280x1024x24");
+    ~XvfbServer();
+    bool ok() const { return pid_ > 0; }
+    const std::string& display() const { return display_; }
+
+  private:
+    int pid_ = -1;
+    std::string display_;
+};
+
+// A fresh temporary directory, removed with its contents by the destructor.
+class TempDir {
+  public:
+    TempDir();
+    ~TempDir();
+    const std::string& path() const { return path_; }
+    std::string file(const std::string& name) const { return path_ + "/" + name; }
+
+  private:
+    std::string path_;
+};
+
+void WriteFile(const std::string& path, const std::string& text);
+std::string ReadFile(const std::string& path);
+bool FileExists(const std::string& path);
