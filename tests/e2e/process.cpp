@@ -50,9 +50,9 @@ RunResult RunProcess(const std::vector<std::string>& argv, const RunOptions& opt
         ssize_t w = write(in[1], opt.input.data(), opt.input.size());
         (void)w;
     }
-    close(in[1]);
+    if (!opt.keep_stdin_open) close(in[1]);
     auto start = std::chrono::steady_clock::now();
-    bool signalled = false;
+    size_t next_signal = 0;
     char buf[4096];
     for (;;) {
         pollfd p{out[0], POLLIN, 0};
@@ -62,11 +62,10 @@ RunResult RunProcess(const std::vector<std::string>& argv, const RunOptions& opt
             if (got <= 0) break;
             r.out.append(buf, got);
         }
-        if (opt.signal_after_output && !signalled &&
+        if (next_signal < opt.signals.size() &&
             r.out.find(opt.signal_when) != std::string::npos) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(100));
-            kill(pid, opt.signal_after_output);
-            signalled = true;
+            std::this_thread::sleep_for(std::chrono::milliseconds(200));
+            kill(pid, opt.signals[next_signal++]);
         }
         double secs = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
         if (secs > opt.timeout_s) {
@@ -76,6 +75,7 @@ RunResult RunProcess(const std::vector<std::string>& argv, const RunOptions& opt
         }
     }
     close(out[0]);
+    if (opt.keep_stdin_open) close(in[1]);
     int status = 0;
     waitpid(pid, &status, 0);
     r.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);

@@ -17,8 +17,11 @@ struct RunOptions {
     bool clear_env = false;                       // start from an empty environment
     std::string input;                            // written to standard input, then closed
     double timeout_s = 20;                        // killed after this
-    int signal_after_output = 0;                  // send this signal once ...
-    std::string signal_when;                      // ... this text has appeared in the output
+    bool keep_stdin_open = false;                 // don't close standard input after `input`
+    // Signals sent in order, each once `signal_when` has appeared in the output,
+    // 200 ms apart.
+    std::vector<int> signals;
+    std::string signal_when;
 };
 
 RunResult RunProcess(const std::vector<std::string>& argv, const RunOptions& opt);
