@@ -21,11 +21,11 @@ namespace {
 const double NEAR_DEPTH = 1e-7;   // depth a segment crossing the camera plane is cut at
 
 // Horizontal scale of the 3D view: screen shape over camera shape, with W and
-// H the screen's width and height in pixels (640 and 480, not 639 and 479).
+// H the largest pixel coordinates (639 and 479), so (W + 1)/(H + 1) is 4:3.
 double PerspectiveScale(const Viewport* vp) {
     float aspect = (float)g.view.camera_aspect;
     if (!(aspect > 0) || !std::isfinite(aspect)) aspect = 1.3333333f;
-    float f = ((float)(g.view.screen_width + 1) / (float)(g.view.screen_height + 1)) *
+    float f = ((float)g.view.screen_width / (float)g.view.screen_height) *
               (float)vp->half_height_px / aspect;
     return f;
 }

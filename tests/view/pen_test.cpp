@@ -111,10 +111,10 @@ TEST_F(ViewPen, GlobalLastAndPreviousPoints) {
 
 // Camera at (0,0,-10) looking at the origin, FOV 90 (focal 1), default
 // rectangle: centre (319, 239), half height 239. Horizontal scale
-// f = (641/481) * 239 / 1.3333333 in single precision.
+// f = (640/480) * 239 / 1.3333333 in single precision.
 class ViewPen3D : public ViewPen {
   protected:
-    float f = (641.0f / 481.0f) * 239.0f / 1.3333333f;
+    float f = (640.0f / 480.0f) * 239.0f / 1.3333333f;
     void SetUp() override {
         ViewPen::SetUp();
         View_SetFov(&vp, 90);
