@@ -20,7 +20,8 @@ namespace {
 
 const double NEAR_DEPTH = 1e-7;   // depth a segment crossing the camera plane is cut at
 
-// Horizontal scale of the 3D view: screen shape over camera shape.
+// Horizontal scale of the 3D view: screen shape over camera shape, with W and
+// H the screen's width and height in pixels (640 and 480, not 639 and 479).
 double PerspectiveScale(const Viewport* vp) {
     float aspect = (float)g.view.camera_aspect;
     if (!(aspect > 0) || !std::isfinite(aspect)) aspect = 1.3333333f;
@@ -104,7 +105,9 @@ bool InPickBox(const Viewport* vp, int x, int y) {
            y <= vp->pick_box[3];
 }
 
-// Bresenham walk from (x1, y1) to (x2, y2), start pixel first.
+// Bresenham walk from (x1, y1) to (x2, y2), start pixel first. The minor axis
+// steps when the doubled error passes the major length, i.e. at the pixel
+// nearest the true line (ties stay on the major axis).
 int HitTest(const Viewport* vp, int x1, int y1, int x2, int y2) {
     long dx = std::labs((long)x2 - x1), dy = std::labs((long)y2 - y1);
     int sx = x2 >= x1 ? 1 : -1, sy = y2 >= y1 ? 1 : -1;
