@@ -11,6 +11,7 @@
 #include "startup/startup.h"
 #include "input/input.h"
 #include "view/viewport.h"
+#include "model/output.h"
 
 struct State {
     MemState mem;        // allocation hook and block count
@@ -19,6 +20,7 @@ struct State {
     SceneState scene;    // layers and objects
     InputState input;    // prompt and its result
     ViewState view;      // viewports, shared camera, 3D pen
+    OutputState output;  // Output_Mode and the consumer of each mode
 };
 
 extern State g;

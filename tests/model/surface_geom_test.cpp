@@ -1,0 +1,427 @@
+// surface_geom_test.cpp - surfaces and solids from polylines, Object_Draw,
+// the quad split for triangle consumers, explode, the light star, the pen.
+#include <climits>
+#include <cmath>
+
+#include "recorder.h"
+#include "view/viewport.h"
+
+namespace {
+
+const double kPi = 3.14159265358979323846;
+
+class SurfaceGeom : public GeomTest {
+  protected:
+    Point3 pts[16];
+    PolylineData Poly(int form, std::initializer_list<Point3> list) {
+        PolylineData p = Poly_Default();
+        int n = 0;
+        for (Point3 q : list) pts[n++] = q;
+        p.points = pts;
+        p.count = n;
+        p.form = form;
+        return p;
+    }
+};
+
+// Rodrigues' formula: v turned by theta about the unit axis u (right-handed).
+Point3 Rotate(Point3 v, Point3 u, double theta) {
+    double c = std::cos(theta), s = std::sin(theta), d = u.x * v.x + u.y * v.y + u.z * v.z;
+    Point3 x{u.y * v.z - u.z * v.y, u.z * v.x - u.x * v.z, u.x * v.y - u.y * v.x};
+    return Point3{v.x * c + x.x * s + u.x * d * (1 - c), v.y * c + x.y * s + u.y * d * (1 - c),
+                  v.z * c + x.z * s + u.z * d * (1 - c)};
+}
+
+TEST_F(SurfaceGeom, RevolutionQuarterTurnInSixteenSteps) {
+    UseFacets();
+    PolylineData p = Poly(FORM_REVOLUTION, {{1, 0, 0}, {1, 0, 1}});
+    p.param1 = {0, 0, 0};
+    p.param2 = {0, 0, 5};   // the z axis
+    p.angle = 90;
+    p.size_n = 16;
+    EXPECT_EQ(Poly_DrawRevolution(&p), 0);
+    ASSERT_EQ(Rec().facets.size(), 16u);
+    for (int j = 1; j <= 16; j++) {
+        const double a0 = (j - 1) * 5.625 * kPi / 180, a1 = j * 5.625 * kPi / 180;
+        const RecFacet& f = Rec().facets[j - 1];
+        EXPECT_TRUE(Near(f.c[0], {std::cos(a0), std::sin(a0), 0})) << j;
+        EXPECT_TRUE(Near(f.c[1], {std::cos(a0), std::sin(a0), 1})) << j;
+        EXPECT_TRUE(Near(f.c[2], {std::cos(a1), std::sin(a1), 1})) << j;
+        EXPECT_TRUE(Near(f.c[3], {std::cos(a1), std::sin(a1), 0})) << j;
+    }
+    EXPECT_PT(Rec().facets[15].c[2], 0, 1, 1);
+}
+
+TEST_F(SurfaceGeom, RevolutionAboutAnArbitraryAxis) {
+    UseFacets();
+    PolylineData p = Poly(FORM_REVOLUTION, {{4, 2, 3}, {4, 5, 3}, {1, 5, 0}});
+    p.param1 = {1, 2, 3};
+    p.param2 = {2, 4, 5};   // direction (1, 2, 2), length 3
+    p.angle = 90;
+    p.size_n = 16;
+    Poly_DrawRevolution(&p);
+    ASSERT_EQ(Rec().facets.size(), 32u);   // 16 steps x 2 profile segments
+    const Point3 u{1.0 / 3, 2.0 / 3, 2.0 / 3};
+    auto turned = [&](Point3 q, int j) {
+        Point3 v = Rotate({q.x - 1, q.y - 2, q.z - 3}, u, j * 5.625 * kPi / 180);
+        return Point3{v.x + 1, v.y + 2, v.z + 3};
+    };
+    for (int j = 1; j <= 16; j++) {
+        for (int k = 1; k <= 2; k++) {
+            const RecFacet& f = Rec().facets[(j - 1) * 2 + (k - 1)];
+            EXPECT_TRUE(Near(f.c[0], turned(pts[k - 1], j - 1), 1e-12)) << j << " " << k;
+            EXPECT_TRUE(Near(f.c[1], turned(pts[k], j - 1), 1e-12)) << j << " " << k;
+            EXPECT_TRUE(Near(f.c[2], turned(pts[k], j), 1e-12)) << j << " " << k;
+            EXPECT_TRUE(Near(f.c[3], turned(pts[k - 1], j), 1e-12)) << j << " " << k;
+            EXPECT_EQ(f.mask, k == 1 ? 14 : 6);
+        }
+    }
+    // A point on the axis does not move.
+    EXPECT_TRUE(Near(Revolution_Turn(&p, {3, 6, 7}, 1.0), {3, 6, 7}, 1e-12));
+}
+
+TEST_F(SurfaceGeom, RevolutionBadCountsAndAxis) {
+    UseFacets();
+    PolylineData p = Poly(FORM_REVOLUTION, {{1, 0, 0}, {1, 0, 1}});
+    p.param1 = p.param2 = {0, 0, 0};   // no axis: turns about x, no crash
+    p.angle = 360;
+    p.size_n = 0;
+    EXPECT_EQ(Poly_DrawRevolution(&p), 0);
+    EXPECT_TRUE(Rec().facets.empty());
+    p.size_n = -4;
+    Poly_DrawRevolution(&p);
+    EXPECT_TRUE(Rec().facets.empty());
+    p.size_n = INT_MAX;
+    Poly_DrawRevolution(&p);
+    EXPECT_EQ(Rec().facets.size(), (size_t)GEOM_MAX_SEGMENTS);
+    Rec() = Recording{};
+    p.size_n = 4;
+    p.angle = std::nan("");
+    Poly_DrawRevolution(&p);
+    EXPECT_TRUE(Rec().facets.empty());
+}
+
+TEST_F(SurfaceGeom, ExtrusionQuadsAndScreenEdges) {
+    PolylineData p = Poly(FORM_EXTRUSION, {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}});
+    p.param1 = {5, 5, 5};
+    p.param2 = {5, 5, 7};   // v = (0, 0, 2)
+    UseFacets();
+    Poly_DrawExtrusion(&p);
+    ASSERT_EQ(Rec().facets.size(), 2u);
+    EXPECT_PT(Rec().facets[0].c[0], 0, 0, 0);
+    EXPECT_PT(Rec().facets[0].c[1], 1, 0, 0);
+    EXPECT_PT(Rec().facets[0].c[2], 1, 0, 2);
+    EXPECT_PT(Rec().facets[0].c[3], 0, 0, 2);
+    EXPECT_PT(Rec().facets[1].c[2], 1, 1, 2);
+    EXPECT_EQ(Rec().facets[0].mask, 14);
+    EXPECT_EQ(Rec().facets[1].mask, 6);
+
+    Rec() = Recording{};
+    UseScreen();
+    Poly_DrawExtrusion(&p);
+    // The two points' line, the profile, and every edge of the sheet once.
+    const Point3 e[8][2] = {{{5, 5, 5}, {5, 5, 7}}, {{0, 0, 0}, {1, 0, 0}}, {{1, 0, 0}, {1, 1, 0}},
+                            {{0, 0, 0}, {0, 0, 2}}, {{1, 0, 0}, {1, 0, 2}}, {{1, 1, 0}, {1, 1, 2}},
+                            {{0, 0, 2}, {1, 0, 2}}, {{1, 0, 2}, {1, 1, 2}}};
+    EXPECT_EQ(Rec().segments.size(), 8u);
+    for (const auto& s : e) EXPECT_EQ(SegmentCount(Rec().segments, s[0], s[1]), 1) << Str(s[0]) << Str(s[1]);
+}
+
+TEST_F(SurfaceGeom, ConeSweepTriangles) {
+    UseFacets();
+    PolylineData p = Poly(FORM_CONE_SWEEP, {{1, 0, 0}, {0, 1, 0}, {-1, 0, 0}});
+    p.param1 = {0, 0, 5};
+    Poly_DrawConeSweep(&p);
+    ASSERT_EQ(Rec().facets.size(), 2u);
+    EXPECT_EQ(Rec().facets[0].n, 3);
+    EXPECT_PT(Rec().facets[0].c[0], 1, 0, 0);
+    EXPECT_PT(Rec().facets[0].c[1], 0, 1, 0);
+    EXPECT_PT(Rec().facets[0].c[2], 0, 0, 5);
+    EXPECT_PT(Rec().facets[1].c[1], -1, 0, 0);
+    EXPECT_EQ(Rec().facets[0].mask, 6);
+    EXPECT_EQ(Rec().facets[1].mask, 2);
+}
+
+TEST_F(SurfaceGeom, MeshCellsAndScreenEdges) {
+    // 3 rows of 4 points: size_m 2, size_n 3.
+    PolylineData p = Poly(FORM_POLY_MESH, {});
+    for (int i = 0; i < 3; i++)
+        for (int j = 0; j < 4; j++) pts[i * 4 + j] = Point3{(double)j, 0, (double)i};
+    p.count = 12;
+    p.size_m = 2;
+    p.size_n = 3;
+    UseFacets();
+    Poly_DrawMesh(&p);
+    ASSERT_EQ(Rec().facets.size(), 6u);
+    const RecFacet& f = Rec().facets[4];   // row 1, column 1
+    EXPECT_PT(f.c[0], 1, 0, 1);
+    EXPECT_PT(f.c[1], 1, 0, 2);
+    EXPECT_PT(f.c[2], 2, 0, 2);
+    EXPECT_PT(f.c[3], 2, 0, 1);
+    EXPECT_EQ(f.mask, 6);
+    EXPECT_EQ(Rec().facets[0].mask, 15);
+
+    Rec() = Recording{};
+    UseScreen();
+    Poly_DrawMesh(&p);
+    ASSERT_EQ(Rec().segments.size(), 17u);   // 3 rows of 3 + 4 columns of 2
+    for (int i = 0; i < 3; i++)
+        for (int j = 0; j < 3; j++)
+            EXPECT_EQ(SegmentCount(Rec().segments, {(double)j, 0, (double)i}, {(double)j + 1, 0, (double)i}), 1);
+    for (int i = 0; i < 2; i++)
+        for (int j = 0; j < 4; j++)
+            EXPECT_EQ(SegmentCount(Rec().segments, {(double)j, 0, (double)i}, {(double)j, 0, (double)i + 1}), 1);
+}
+
+TEST_F(SurfaceGeom, MeshNClosedWrapsColumns) {
+    PolylineData p = Poly(FORM_POLY_MESH, {});
+    const Point3 ring[4] = {{1, 0, 0}, {0, 0, 1}, {-1, 0, 0}, {0, 0, -1}};
+    for (int i = 0; i < 2; i++)
+        for (int j = 0; j < 4; j++) pts[i * 4 + j] = Point3{ring[j].x, (double)i, ring[j].z};
+    p.count = 8;
+    p.size_m = 1;
+    p.size_n = 3;
+    p.poly_flags = POLY_N_CLOSED;
+    UseFacets();
+    Poly_DrawMesh(&p);
+    ASSERT_EQ(Rec().facets.size(), 4u);
+    EXPECT_PT(Rec().facets[3].c[0], 0, 0, -1);
+    EXPECT_PT(Rec().facets[3].c[2], 1, 1, 0);
+    EXPECT_EQ(Rec().facets[3].mask, 8 | 2);   // its c2-c3 is column 0's c0-c1
+}
+
+TEST_F(SurfaceGeom, MeshSizesThatDoNotFitThePoints) {
+    PolylineData p = Poly(FORM_POLY_MESH, {});
+    for (int k = 0; k < 12; k++) pts[k] = Point3{(double)k, 0, 0};
+    p.count = 12;
+    UseFacets();
+    p.size_m = 5;   // claims 6 rows of 4; only 3 are there
+    p.size_n = 3;
+    Poly_DrawMesh(&p);
+    EXPECT_EQ(Rec().facets.size(), 6u);
+    for (const RecFacet& f : Rec().facets)
+        for (int k = 0; k < 4; k++) EXPECT_LE(f.c[k].x, 11.0);
+    Rec() = Recording{};
+    const int sizes[][2] = {{2, 20}, {2, 0}, {0, 3}, {-1, 3}, {INT_MAX, INT_MAX}, {INT_MAX, 3}, {3, 11}, {3, 12}};
+    for (const auto& s : sizes) {
+        p.size_m = s[0];
+        p.size_n = s[1];
+        EXPECT_EQ(Poly_DrawMesh(&p), 0);
+    }
+    // Only {INT_MAX, 3} fits anything: its 3 whole rows.
+    EXPECT_EQ(Rec().facets.size(), 6u);
+}
+
+TEST_F(SurfaceGeom, PipeRings) {
+    UseFacets();
+    PolylineData p = Poly(FORM_POLY_PIPE, {{0, 0, 0}, {0, 0, 2}});
+    p.param1 = {1, 1, 0};
+    p.size_n = 4;
+    Poly_DrawPipe(&p);
+    ASSERT_EQ(Rec().facets.size(), 4u);
+    // Heading 90 degrees: the ring (0, cos, sin) lands on (-sin, cos, 0).
+    EXPECT_PT(Rec().facets[0].c[0], 0, 1, 0);
+    EXPECT_PT(Rec().facets[0].c[1], 0, 1, 2);
+    EXPECT_PT(Rec().facets[0].c[2], -1, 0, 2);
+    EXPECT_PT(Rec().facets[0].c[3], -1, 0, 0);
+    EXPECT_PT(Rec().facets[2].c[0], 0, -1, 0);
+    EXPECT_PT(Rec().facets[3].c[2], 0, 1, 2);
+
+    // Straight up: elevation 90 degrees, the ring lies in x-z.
+    Rec() = Recording{};
+    p = Poly(FORM_POLY_PIPE, {{1, 1, 1}, {1, 3, 1}});
+    p.param1 = {0.5, 0.5, 0};
+    p.size_n = 4;
+    Poly_DrawPipe(&p);
+    ASSERT_EQ(Rec().facets.size(), 4u);
+    EXPECT_PT(Rec().facets[0].c[0], 0.5, 1, 1);
+    EXPECT_PT(Rec().facets[0].c[1], 0.5, 3, 1);
+    EXPECT_PT(Rec().facets[0].c[3], 1, 1, 1.5);
+}
+
+TEST_F(SurfaceGeom, PipeRadiusRunsFromStartToEnd) {
+    UseFacets();
+    PolylineData p = Poly(FORM_POLY_PIPE, {{0, 0, 0}, {2, 0, 0}, {4, 0, 0}});
+    p.param1 = {1, 3, 0};
+    p.size_n = 4;
+    Poly_DrawPipe(&p);
+    ASSERT_EQ(Rec().facets.size(), 8u);
+    EXPECT_PT(Rec().facets[0].c[0], 0, 1, 0);
+    EXPECT_PT(Rec().facets[0].c[1], 2, 2, 0);
+    EXPECT_PT(Rec().facets[4].c[0], 2, 2, 0);
+    EXPECT_PT(Rec().facets[4].c[1], 4, 3, 0);
+
+    // Splined: sampled at fractions i/size_m of the length (a straight spline here).
+    Rec() = Recording{};
+    p = Poly(FORM_POLY_PIPE, {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}});
+    p.poly_flags = POLY_BSPLINE;
+    p.param1 = {1, 3, 0};
+    p.size_m = 2;
+    p.size_n = 4;
+    Poly_DrawPipe(&p);
+    ASSERT_EQ(Rec().facets.size(), 8u);
+    EXPECT_TRUE(Near(Rec().facets[4].c[0], {1.5, 2, 0}, 1e-12));
+    EXPECT_TRUE(Near(Rec().facets[4].c[1], {3, 3, 0}, 1e-12));
+
+    Rec() = Recording{};
+    p.size_n = 0;
+    EXPECT_EQ(Poly_DrawPipe(&p), 0);
+    EXPECT_TRUE(Rec().facets.empty());
+}
+
+TEST_F(SurfaceGeom, WallBoxAtTheSegment) {
+    UseFacets();
+    PolylineData p = Poly(FORM_POLY_WALL, {{1, 0, 1}, {1, 0, 4}});
+    p.param1 = {2, 1, 0};   // height 2, width 1
+    Poly_DrawWall(&p);
+    ASSERT_EQ(Rec().facets.size(), 6u);
+    const RecFacet& base = Rec().facets[0];
+    EXPECT_PT(base.c[0], 1.5, 0, 0.5);
+    EXPECT_PT(base.c[1], 1.5, 0, 4.5);
+    EXPECT_PT(base.c[2], 0.5, 0, 4.5);
+    EXPECT_PT(base.c[3], 0.5, 0, 0.5);
+    EXPECT_PT(Rec().facets[1].c[1], 1.5, 2, 4.5);
+    EXPECT_EQ(base.mask, 15);
+    for (int k = 2; k < 6; k++) EXPECT_EQ(Rec().facets[k].mask, 2);
+}
+
+TEST_F(SurfaceGeom, SolidsDrawEachEdgeOnce) {
+    UseScreen();
+    PolylineData cube = Poly(FORM_POLY_CUBE, {{0, 0, 0}, {1, 0, 0}, {1, 0, 1}, {0, 0, 1},
+                                              {0, 1, 0}, {1, 1, 0}, {1, 1, 1}, {0, 1, 1}});
+    Poly_DrawCube(&cube);
+    ASSERT_EQ(Rec().segments.size(), 12u);
+    for (int k = 0; k < 4; k++) {
+        EXPECT_EQ(SegmentCount(Rec().segments, pts[k], pts[(k + 1) % 4]), 1);
+        EXPECT_EQ(SegmentCount(Rec().segments, pts[k + 4], pts[(k + 1) % 4 + 4]), 1);
+        EXPECT_EQ(SegmentCount(Rec().segments, pts[k], pts[k + 4]), 1);
+    }
+
+    Rec() = Recording{};
+    PolylineData wedge = Poly(FORM_POLY_WEDGE, {{-1, 0, 0}, {1, 0, 0}, {0, 2, 0}, {0, 2, 0},
+                                                {-1, 0, 5}, {1, 0, 5}, {0, 2, 5}, {0, 2, 5}});
+    Poly_DrawWedge(&wedge);
+    ASSERT_EQ(Rec().segments.size(), 9u);
+    for (int k = 0; k < 3; k++) {
+        EXPECT_EQ(SegmentCount(Rec().segments, pts[k], pts[(k + 1) % 3]), 1);
+        EXPECT_EQ(SegmentCount(Rec().segments, pts[k + 4], pts[(k + 1) % 3 + 4]), 1);
+        EXPECT_EQ(SegmentCount(Rec().segments, pts[k], pts[k + 4]), 1);
+    }
+
+    Rec() = Recording{};
+    PolylineData pyr = Poly(FORM_POLY_PYRAMID, {{-1, 0, -1}, {1, 0, -1}, {1, 0, 1}, {-1, 0, 1},
+                                                {0, 3, 0}, {0, 3, 0}, {0, 3, 0}, {0, 3, 0}});
+    Poly_DrawPyramid(&pyr);
+    ASSERT_EQ(Rec().segments.size(), 8u);
+    for (int k = 0; k < 4; k++) {
+        EXPECT_EQ(SegmentCount(Rec().segments, pts[k], pts[(k + 1) % 4]), 1);
+        EXPECT_EQ(SegmentCount(Rec().segments, pts[k], pts[4]), 1);
+    }
+
+    // Fewer than 8 points: nothing.
+    Rec() = Recording{};
+    cube.count = 7;
+    wedge.count = 7;
+    pyr.count = 5;
+    Poly_DrawCube(&cube);
+    Poly_DrawWedge(&wedge);
+    Poly_DrawPyramid(&pyr);
+    EXPECT_TRUE(Rec().segments.empty());
+}
+
+TEST_F(SurfaceGeom, TriangleConsumersGetTheQuadSplit) {
+    UseTriangles();
+    FaceData face{{{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}}};
+    TriangleData tri{{{0, 0, 0}, {1, 0, 0}, {0, 0, 1}}};
+    Object* f = Add_Face(&face);
+    Object* t = Add_Triangle(&tri);
+    ASSERT_TRUE(f && t);
+    Object_Draw(f);
+    ASSERT_EQ(Rec().triangles.size(), 2u);
+    EXPECT_PT(Rec().triangles[0].c[0], 0, 0, 0);
+    EXPECT_PT(Rec().triangles[0].c[1], 1, 0, 0);
+    EXPECT_PT(Rec().triangles[0].c[2], 1, 1, 0);
+    EXPECT_PT(Rec().triangles[1].c[0], 1, 1, 0);
+    EXPECT_PT(Rec().triangles[1].c[1], 0, 1, 0);
+    EXPECT_PT(Rec().triangles[1].c[2], 0, 0, 0);
+    Object_Draw(t);
+    ASSERT_EQ(Rec().triangles.size(), 3u);
+    EXPECT_PT(Rec().triangles[2].c[2], 0, 0, 1);
+
+    // A surface through Object_Draw: each quad becomes two triangles.
+    Rec() = Recording{};
+    PolylineData p = Poly(FORM_EXTRUSION, {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}});
+    p.param2 = {0, 0, 1};
+    Object* e = Poly_AddToScene(&p);
+    ASSERT_NE(e, nullptr);
+    Object_Draw(e);
+    ASSERT_EQ(Rec().triangles.size(), 4u);
+    EXPECT_PT(Rec().triangles[1].c[0], 1, 0, 1);
+    EXPECT_PT(Rec().triangles[1].c[1], 0, 0, 1);
+    EXPECT_PT(Rec().triangles[1].c[2], 0, 0, 0);
+}
+
+TEST_F(SurfaceGeom, ExplodeSurfaceIntoFaces) {
+    g.output.Output_Mode = OUTPUT_EXPLODE;
+    PolylineData p = Poly(FORM_CONE_SWEEP, {{1, 0, 0}, {0, 1, 0}, {-1, 0, 0}});
+    p.param1 = {0, 0, 5};
+    Poly_DrawConeSweep(&p);
+    int faces = 0;
+    for (Object* o = g.scene.Current_Layer->first_object; o; o = o->next) {
+        ASSERT_EQ(o->kind, KIND_3DFACE);
+        const FaceData* f = (const FaceData*)o->data;
+        EXPECT_PT(f->corner[3], 0, 0, 5);   // a triangle repeats its third corner
+        faces++;
+    }
+    EXPECT_EQ(faces, 2);
+}
+
+TEST_F(SurfaceGeom, LightStarAndDirection) {
+    UseScreen();
+    LightData l = Light_Default();
+    l.position = {1, 2, 3};
+    g.view.Active_Viewport.AREA = 10;   // arms of 10/50
+    Light_Draw(&l);
+    ASSERT_EQ(Rec().segments.size(), 7u);
+    EXPECT_TRUE(Near(Rec().segments[0].a, {0.8, 2, 3}, 1e-12));
+    EXPECT_TRUE(Near(Rec().segments[0].b, {1.2, 2, 3}, 1e-12));
+    EXPECT_TRUE(Near(Rec().segments[3].a, {0.8, 1.8, 2.8}, 1e-12));
+    EXPECT_TRUE(Near(Rec().segments[3].b, {1.2, 2.2, 3.2}, 1e-12));
+    Rec() = Recording{};
+    l.light_flags = LIGHT_SPOT;
+    l.point_at = {0, 0, 0};
+    Light_Draw(&l);
+    ASSERT_EQ(Rec().segments.size(), 8u);
+    EXPECT_PT(Rec().segments[7].b, 0, 0, 0);
+}
+
+TEST_F(SurfaceGeom, ModeOutOfRangeProducesNothing) {
+    UseFacets();
+    g.output.Output_Mode = 9;
+    FaceData face{{{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}}};
+    Object* f = Add_Face(&face);
+    EXPECT_EQ(Object_Draw(f), 0);
+    g.output.Output_Mode = -1;
+    EXPECT_EQ(Object_Draw(f), 0);
+    EXPECT_TRUE(Rec().facets.empty());
+    EXPECT_FALSE(Output_ToScreen());
+}
+
+TEST_F(SurfaceGeom, ScreenModeReachesTheRealPen) {
+    Viewport& vp = g.view.Active_Viewport;
+    View_SetRect(&vp, 0, 0, 639, 399);
+    View_SetArea(&vp, 10);
+    vp.extents_mode = 1;
+    vp.extents_found = 0;
+    PrimitiveData p = Primitive_Default();
+    p.prim_type = PRIM_PLANE;
+    p.scale = {2, 2, 2};
+    Object* o = Add_Primitive(&p);
+    ASSERT_NE(o, nullptr);
+    EXPECT_EQ(g.output.Output_Mode, OUTPUT_SCREEN);
+    EXPECT_EQ(Object_Draw(o), 0);
+    EXPECT_EQ(vp.extents_found, 1);
+    EXPECT_LT(vp.ext_min_x, vp.ext_max_x);   // the square spans a width on screen
+}
+
+}  // namespace
