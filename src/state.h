@@ -11,6 +11,11 @@
 #include "startup/startup.h"
 #include "input/input.h"
 #include "view/viewport.h"
+#include "view/shade_settings.h"
+#include "input/aids.h"
+#include "input/settings.h"
+#include "pov/pov_settings.h"
+#include "workfile/workfile.h"
 
 struct State {
     MemState mem;        // allocation hook and block count
@@ -19,6 +24,12 @@ struct State {
     SceneState scene;    // layers and objects
     InputState input;    // prompt and its result
     ViewState view;      // viewports, shared camera, 3D pen
+    ShadeSettings shade; // shaded-view options
+    AidsState aids;      // drawing aids and redraw switches
+    VarState vars;       // scratch values of the named settings
+    PovSettings pov;     // scene-file writer options
+    RenderSettings render; // ray-tracer options
+    WorkFileState workfile; // work-file writer status
 };
 
 extern State g;

@@ -82,7 +82,10 @@ int ReadLayer(FILE* f, PendingLinks* links) {
         key &= 0xFF;
         if (key == KEY_END) break;
         if (key == 1) ok = Wf_GetInt32(f, &pos);
-        else if (key == 2) ok = Wf_GetField(f, WF_TEXT, l->name, 13) ;
+        else if (key == 2) {
+            ok = Wf_GetRaw(f, l->name, 12);   // 12 bytes in the file, terminated here
+            l->name[12] = '\0';
+        }
         else if (key == 3) ok = Wf_GetField(f, WF_TEXT, l->texture, sizeof l->texture);
         else if (key >= 4 && key <= 9) ok = Wf_GetInt32(f, ints[key - 4]);
         else if (key >= 10 && key <= 15) ok = Wf_GetPoint(f, points[key - 10]);
