@@ -12,6 +12,11 @@
 #include "input/input.h"
 #include "view/viewport.h"
 #include "model/output.h"
+#include "view/shade_settings.h"
+#include "input/aids.h"
+#include "input/settings.h"
+#include "pov/pov_settings.h"
+#include "workfile/workfile.h"
 
 struct State {
     MemState mem;        // allocation hook and block count
@@ -21,6 +26,12 @@ struct State {
     InputState input;    // prompt and its result
     ViewState view;      // viewports, shared camera, 3D pen
     OutputState output;  // Output_Mode and the consumer of each mode
+    ShadeSettings shade; // shaded-view options
+    AidsState aids;      // drawing aids and redraw switches
+    VarState vars;       // scratch values of the named settings
+    PovSettings pov;     // scene-file writer options
+    RenderSettings render; // ray-tracer options
+    WorkFileState workfile; // work-file writer status
 };
 
 extern State g;

@@ -1,7 +1,68 @@
-// workfile.cpp - placeholder until the work-file format lands: nothing can be
-// read or written yet, so every load fails and every save reports failure.
+// workfile.cpp - opening a work file: the magic, the names a load or save
+// gives the scene, load and merge. The readers are in wf_read210.cpp and
+// wf_read20a.cpp, the writer in wf_write.cpp.
 #include "workfile/workfile.h"
 
-int WorkFile_Load(const char*) { return 0; }
-int WorkFile_Save(const char*) { return 0; }
-int WorkFile_Merge(const char*) { return 0; }
+#include <cstring>
+
+#include "input/message.h"
+#include "state.h"
+#include "ui/field.h"
+#include "workfile/wf_internal.h"
+#include "workfile/wf_io.h"
+
+int WorkFile_CheckMagic(FILE* f) {
+    char magic[35];
+    if (Wf_GetRaw(f, magic, sizeof magic)) {
+        if (memcmp(magic, kMagic210, sizeof magic) == 0) return 1;
+        if (memcmp(magic, kMagic20A, sizeof magic) == 0) return 2;
+    }
+    fclose(f);
+    Msg_Printf("\nNot a Quillmoor Sculptor 2.0A or greater work file!");
+    return 0;
+}
+
+void Wf_SetNames(const char* path) {
+    CopyCut(g.run.currentFilePath, sizeof g.run.currentFilePath, path);
+    const char* slash = strrchr(path, '/');
+    const char* base = slash ? slash + 1 : path;
+    const char* dot = strrchr(base, '.');
+    size_t len = dot ? static_cast<size_t>(dot - base) : strlen(base);
+    char name[sizeof g.run.workFileName];
+    if (len > sizeof name - 1) len = sizeof name - 1;
+    memcpy(name, base, len);
+    name[len] = '\0';
+    strcpy(g.run.workFileName, name);
+    strcpy(g.run.Scene_Name, name);
+    strcpy(g.run.Image_Name, name);
+}
+
+int WorkFile_Load(const char* path) {
+    FILE* f = fopen(path, "rb");
+    if (!f) return 0;
+    int version = WorkFile_CheckMagic(f);
+    if (!version) return 0;   // the file is closed already
+    Scene_Clear();
+    Wf_SetNames(path);
+    int result = version == 1 ? Wf_Read210(f) : Wf_Read20A(f);
+    if (!g.scene.First_Layer) Layer_NewFirst();
+    fclose(f);
+    return result;
+}
+
+int WorkFile_Merge(const char* path) {
+    FILE* f = fopen(path, "rb");
+    if (!f) return 0;
+    int version = WorkFile_CheckMagic(f);
+    if (version != 1) {
+        Msg_Printf("\nMerge only works with 2.1 files.");
+        if (version) fclose(f);
+        return 0;
+    }
+    g.scene.Layer_Base = Layer_Count();
+    int result = Wf_Read210(f);
+    g.scene.Layer_Base = 0;
+    if (!g.scene.First_Layer) Layer_NewFirst();
+    fclose(f);
+    return result;
+}

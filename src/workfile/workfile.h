@@ -1,8 +1,17 @@
-// workfile.h - the program's own binary scene file.
+// workfile.h - the program's own binary scene file (.qmr): writer (always
+// version 2.10), readers for 2.10 and the older 2.0A, and merge.
 #pragma once
+#include <cstdio>
+
+struct WorkFileState {
+    int Write_Error = 0;   // sticky: set by the first failed write of a save
+};
 
 // Each returns 1 on success, 0 on failure with a message already printed
-// where the format says so.
+// where the format has one.
 int WorkFile_Load(const char* path);
 int WorkFile_Save(const char* path);
 int WorkFile_Merge(const char* path);
+// Reads the 35-byte magic from f: 1 for version 2.10, 2 for 2.0A. Otherwise
+// closes f, prints the "Not a ... work file!" message and returns 0.
+int WorkFile_CheckMagic(FILE* f);

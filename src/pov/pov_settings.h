@@ -1,0 +1,53 @@
+// pov_settings.h - the options of the scene-file writer and of the render
+// launcher, kept with the scene in the work file.
+#pragma once
+
+#include "scene/object.h"
+
+// Scene-file writer options (fog dialog, camera dialog, directories dialog).
+struct PovSettings {
+    int Max_Trace_Level = 5;              // "#max_trace_level %d"
+    int Max_Intersections = 100;          // "#max_intersections %d"
+    int Fog_On = 0;                       // write the fog block
+    double Fog_Distance = 100.0;
+    Point3 Fog_Color{0.5, 0.5, 0.5};      // rgb
+    int Background_On = 0;                // write the background line
+    Point3 Background_Color{0, 0, 0};     // rgb
+    double Aspect_Ratio = 1.3333333;      // the camera's `right` length
+    int Overwrite_Pov = 0;                // replace a scene file without asking
+    int Export_Before_Render = 1;         // RENDER writes the scene file first
+};
+
+// Ray-tracer command-line options written to the option file.
+struct RenderSettings {
+    char Extra_Options[54] = "";          // written as its own line when not empty
+    int Render_Width = 320;
+    int Render_Height = 200;
+    int Render_Display = 1;               // show the picture while tracing
+    int Display_Type = 16;                // 0..18, display code after "+D"
+    int Palette_Type = 4;                 // 0..4
+    int Render_Verbose = 0;
+    int Render_Partial = 0;               // window switches when set
+    int Start_Row = 1;
+    int Start_Col = 1;
+    int End_Row = 1;
+    int End_Col = 1;                      // not stored in the work file
+    int Render_Continue = 0;
+    int Render_Quality = 9;
+    int Antialias_On = 0;
+    double Antialias_Threshold = 0.3;
+    int Antialias_Depth = 1;
+    double Antialias_Jitter = 1.0;
+    int Buffer_Size = 20;
+    int Bounding_On = 1;
+    int Bounding_Threshold = 1;
+    int Max_Symbols = 1000;
+    int Render_Abort = 1;
+    int Render_Pause = 1;
+    int Output_Type = 2;                  // 0 NONE .. 4 TARGE24
+    int Write_Render_Bat = 0;             // also write "render.bat"
+    int Reload_After_Render = 0;          // restart line in "render.bat"
+    int Spare_Int12 = 0;                  // kept only so a load/save keeps it
+    int Spare_Int32 = 1;                  // likewise
+    double Spare_Double34 = 0.0;          // likewise
+};

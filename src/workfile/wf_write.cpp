@@ -1,0 +1,122 @@
+// wf_write.cpp - the work-file writer (always version 2.10).
+//
+// The scene is written to a temporary file next to the target ("$cene.qmr"
+// for "scene.qmr"); only when every write succeeded is the target replaced,
+// so a full disk never costs the user the old file. All writes go through
+// wf_io.cpp, which keeps a sticky error flag checked once at the end.
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+#include "input/message.h"
+#include "state.h"
+#include "workfile/wf_internal.h"
+#include "workfile/wf_io.h"
+#include "workfile/workfile.h"
+
+// The display layer's key wait; absent until the keyboard exists, and then
+// the failure message simply does not wait.
+int X11_GetKey() __attribute__((weak));
+
+namespace {
+
+int PositionOf(const Layer* target) {
+    int pos = 1;
+    for (const Layer* l = g.scene.First_Layer; l; l = l->next, pos++)
+        if (l == target) return pos;
+    return -1;
+}
+
+void WriteTable(FILE* f, const WfField* table, size_t n) {
+    for (size_t i = 0; i < n; i++) {
+        Wf_PutByte(f, table[i].key);
+        Wf_PutField(f, table[i].type, table[i].where(), table[i].size);
+    }
+}
+
+void WriteSettings(FILE* f) {
+    Wf_PutByte(f, TAG_SETTINGS);
+    WriteTable(f, kSettingsFields, kSettingsFieldCount);
+    Wf_PutByte(f, 19);
+    Wf_PutInt32(f, WfView_Layout());
+    Wf_PutByte(f, 20);
+    Wf_PutInt32(f, WfView_Current());
+    Wf_PutByte(f, 21);
+    Wf_PutInt32(f, g.scene.Current_Layer ? PositionOf(g.scene.Current_Layer) : 0);
+    Wf_PutByte(f, KEY_END);
+}
+
+void WriteOutput(FILE* f) {
+    Wf_PutByte(f, TAG_OUTPUT);
+    WriteTable(f, kOutputFields, kOutputFieldCount);
+    Wf_PutByte(f, KEY_END);
+}
+
+void WriteLayer(FILE* f, const Layer* l, int pos) {
+    Wf_PutByte(f, TAG_LAYER);
+    Wf_PutByte(f, 1);
+    Wf_PutInt32(f, pos);
+    Wf_PutByte(f, 2);
+    Wf_PutRaw(f, l->name, 12);
+    Wf_PutByte(f, 3);
+    Wf_PutRaw(f, l->texture, sizeof l->texture);
+    const int32_t ints[] = {l->csg, l->color, l->on, l->level,
+                            l->instance ? PositionOf(l->instance) : -1, l->rotation_order};
+    for (int k = 0; k < 6; k++) {
+        Wf_PutByte(f, 4 + k);
+        Wf_PutInt32(f, ints[k]);
+    }
+    const Point3* points[] = {&l->translate,         &l->scale,         &l->rotate,
+                              &l->texture_translate, &l->texture_scale, &l->texture_rotate};
+    for (int k = 0; k < 6; k++) {
+        Wf_PutByte(f, 10 + k);
+        Wf_PutPoint(f, *points[k]);
+    }
+    Wf_PutByte(f, KEY_END);
+    if (l->first_object) Wf_WriteObjects(f, l);
+}
+
+// Directory (with its slash), name and extension (with its dot) of a path.
+void SplitPath(const char* path, std::string* dir, std::string* name, std::string* ext) {
+    const char* slash = strrchr(path, '/');
+    const char* base = slash ? slash + 1 : path;
+    dir->assign(path, base - path);
+    const char* dot = strrchr(base, '.');
+    if (!dot) dot = base + strlen(base);
+    name->assign(base, dot - base);
+    ext->assign(dot);
+}
+
+}  // namespace
+
+int WorkFile_Save(const char* path) {
+    std::string dir, name, ext;
+    SplitPath(path, &dir, &name, &ext);
+    if (name.empty()) return 0;
+    std::string temp = dir + "$" + name.substr(1) + ext;
+    FILE* f = fopen(temp.c_str(), "wb");
+    if (!f) return 0;
+    Wf_SetNames(path);
+    g.workfile.Write_Error = 0;
+
+    Wf_PutRaw(f, kMagic210, sizeof kMagic210);
+    WriteSettings(f);
+    WriteOutput(f);
+    WfView_StoreWorking();   // the file holds the view as it is seen
+    for (int n = 1; n <= 4; n++) WfView_WriteSlot(f, n);
+    int pos = 1;
+    for (const Layer* l = g.scene.First_Layer; l; l = l->next) WriteLayer(f, l, pos++);
+    Wf_PutByte(f, TAG_END);
+
+    // Buffered bytes only reach the disk here, so the close counts as a write.
+    int ok = !g.workfile.Write_Error && fflush(f) == 0;
+    if (fclose(f) != 0) ok = 0;
+    if (ok) {
+        remove(path);
+        return rename(temp.c_str(), path) == 0;
+    }
+    Msg_Printf("\nUnable to save file, Out of disk space...Press any key!");
+    if (X11_GetKey) X11_GetKey();
+    remove(temp.c_str());
+    return 0;
+}

@@ -1,0 +1,247 @@
+// read20a_test.cpp - the 2.0A reader on files built byte by byte from the
+// fixed layout: settings, layers and every object kind.
+#include <gtest/gtest.h>
+
+#include "test_support.h"
+#include "workfile/wf_test_util.h"
+#include "workfile/workfile.h"
+
+namespace {
+
+// Everything up to the layer blocks, with recognisable values.
+Bytes Header20A(int layers) {
+    Bytes b = Magic20A();
+    b.i32(3).i32(2);                         // layout 3, current viewport 2
+    b.zeros(4 * 668);                        // viewport blocks (skipped)
+    Bytes out;                               // output block, 248 bytes
+    out.text("+L/inc", 54).zeros(2);
+    out.i32(6).i32(90).i32(1).i32(1);        // 56 trace, 60 intersections, 64 fog, 68 bg
+    out.pt(0.1, 0.2, 0.3).pt(0.4, 0.5, 0.6); // 72 background, 96 fog colour
+    out.f64(33.0);                           // 120 fog distance
+    for (int v = 128; v < 224; v += 4) out.i32(v);   // 128..220: the value is its offset
+    out.f64(0.7).f64(0.8).f64(0.9);          // 224, 232, 240
+    EXPECT_EQ(out.size(), 248u);
+    b.s += out.s;
+    for (int i = 0; i < 22; i++) b.i32(1000 + i);   // the 22 settings
+    b.i32(0).i32(0).i32(0).i32(layers).i32(0);
+    return b;
+}
+
+Bytes& Layer20A(Bytes& b, const char* name, const char* texture, int flag, int color) {
+    Bytes l;
+    l.text(name, 12).zeros(28).text(texture, 21).u8(flag).zeros(2).i32(color).zeros(4);
+    EXPECT_EQ(l.size(), 72u);
+    b.s += l.s;
+    return b;
+}
+
+// Object record head: layer number, kind, 40-byte node, flags byte.
+Bytes& Object20A(Bytes& b, int layer, int kind, const char* texture, int flags) {
+    b.i32(layer).i32(kind);
+    b.text(texture, 21).zeros(3).i32(0).i32(0).i32(0).u8(1).u8(kind).u8(0x7F).u8(0);
+    b.u8(flags);
+    return b;
+}
+
+class Read20A : public QmrTest {
+  protected:
+    TempDir dir;
+    int Load(const Bytes& b, std::string* out = nullptr) {
+        std::string path = dir.file("old.qmr");
+        WriteFile(path, b.s);
+        int r = 0;
+        std::string printed = Captured([&] { r = WorkFile_Load(path.c_str()); });
+        if (out) *out = printed;
+        return r;
+    }
+};
+
+TEST_F(Read20A, SettingsOutputOptionsAndLayers) {
+    Bytes b = Header20A(3);
+    Layer20A(b, "Ground", "Grass", 0x80 | 0x02, 2);
+    Layer20A(b, "Sky", "", 0x04, 9);
+    Layer20A(b, "ABCDEFGHIJKLMN", "Wood", 0x80 | 0x08, 14);
+    b.i32(-1);
+    ASSERT_EQ(Load(b), 1);
+    EXPECT_EQ(g.view.Viewport_Layout, 3);
+    EXPECT_EQ(g.view.Current_Viewport, 2);
+    EXPECT_STREQ(g.render.Extra_Options, "+L/inc");
+    EXPECT_EQ(g.pov.Max_Trace_Level, 6);
+    EXPECT_EQ(g.pov.Max_Intersections, 90);
+    EXPECT_EQ(g.pov.Fog_On, 1);
+    EXPECT_EQ(g.pov.Background_On, 1);
+    EXPECT_EQ(g.pov.Background_Color.z, 0.3);
+    EXPECT_EQ(g.pov.Fog_Color.x, 0.4);
+    EXPECT_EQ(g.pov.Fog_Distance, 33.0);
+    EXPECT_EQ(g.render.Palette_Type, 128);
+    EXPECT_EQ(g.render.Render_Quality, 136);
+    EXPECT_EQ(g.render.Render_Width, 164);
+    EXPECT_EQ(g.render.End_Col, 188);
+    EXPECT_EQ(g.render.Spare_Int12, 200);
+    EXPECT_EQ(g.render.Bounding_Threshold, 208);
+    EXPECT_EQ(g.render.Spare_Int32, 220);
+    EXPECT_EQ(g.render.Antialias_Threshold, 0.7);
+    EXPECT_EQ(g.render.Antialias_Jitter, 0.8);
+    EXPECT_EQ(g.render.Spare_Double34, 0.9);
+    // 22 settings 1000..1021 in file order, skipped ones at 4, 8, 12, 13.
+    EXPECT_EQ(g.pov.Overwrite_Pov, 1000);
+    EXPECT_EQ(g.pov.Export_Before_Render, 1001);
+    EXPECT_EQ(g.aids.orthoOn, 1002);
+    EXPECT_EQ(g.aids.blipsOn, 1003);
+    EXPECT_EQ(g.aids.Erase_No_Confirm, 1005);
+    EXPECT_EQ(g.aids.Auto_Seg, 1006);
+    EXPECT_EQ(g.aids.Seg_Value, 1007);
+    EXPECT_EQ(g.aids.Auto_Redraw, 1009);
+    EXPECT_EQ(g.render.Reload_After_Render, 1010);
+    EXPECT_EQ(g.shade.Shade_Type, 1011);
+    EXPECT_EQ(g.aids.coordsMode, 3);   // 1014 brought into 1..3
+    EXPECT_EQ(g.aids.Input_Line_Option, 1015);
+    EXPECT_EQ(g.aids.Auto_Regen, 1016);
+    EXPECT_EQ(g.scene.Default_No_shadow, 1017);
+    EXPECT_EQ(g.scene.Default_Smooth, 1018);
+    EXPECT_EQ(g.render.Write_Render_Bat, 1019);
+    EXPECT_EQ(g.aids.Auto_Deselect, 1020);
+    EXPECT_EQ(g.shade.Shade_UseEdge, 1021);
+
+    auto l = Layers();
+    ASSERT_EQ(l.size(), 3u);
+    EXPECT_STREQ(l[0]->name, "Ground");
+    EXPECT_STREQ(l[0]->texture, "Grass");
+    EXPECT_EQ(l[0]->on, 1);
+    EXPECT_EQ(l[0]->csg, CSG_MERGE);
+    EXPECT_EQ(l[0]->color, 2);
+    EXPECT_EQ(l[1]->on, 0);
+    EXPECT_EQ(l[1]->csg, CSG_INTERSECTION);
+    EXPECT_EQ(l[1]->color, 9);
+    EXPECT_STREQ(l[2]->name, "ABCDEFGHIJKL");
+    EXPECT_EQ(l[2]->csg, CSG_DIFFERENCE);
+    EXPECT_EQ(l[2]->on, 1);
+}
+
+TEST_F(Read20A, EveryObjectKindAndTheConeTurn) {
+    Bytes b = Header20A(2);
+    Layer20A(b, "A", "", 0x80, 1);
+    Layer20A(b, "B", "", 0x80, 2);
+    // Polyline in layer 1 (the second), 2 points.
+    Object20A(b, 1, 1, "PolyTex", 0x02);
+    b.i32(0x11111111).pt(1, 2, 3).pt(4, 5, 6).f64(90).i32(5).u8(0x81).zeros(3);
+    b.i32(4).i32(200).i32(7).i32(2);
+    b.pt(1, 1, 1).pt(2, 2, 2);
+    Object20A(b, 0, 2, "", 0x01);
+    b.pt(1, 0, 0).pt(0, 1, 0).pt(0, 0, 1);
+    Object20A(b, 0, 3, "", 0);
+    b.pt(1, 0, 0).pt(0, 1, 0).pt(0, 0, 1).pt(1, 1, 1);
+    Object20A(b, 0, 4, "Cone", 0);     // cone
+    b.text("hf.tga", 13).zeros(3).pt(1, 2, 3).pt(4, 5, 6).pt(1, 1, 1).pt(10, 20, 30);
+    b.i32(16).i32(1).i32(2).f64(1.5).f64(0.5).f64(3).u8(0x02).zeros(3);
+    Object20A(b, 0, 4, "", 0);         // sphere: no turn
+    b.zeros(16).pt(0, 0, 0).pt(0, 0, 0).pt(1, 1, 1).pt(0, 0, 5);
+    b.i32(8).i32(0).i32(1).f64(2).f64(0).f64(0).u8(0).zeros(3);
+    Object20A(b, 9, 5, "", 0);         // layer 9 does not exist: first layer
+    b.u8(0x04).zeros(3).pt(1, 2, 3).pt(0.5, 0.5, 0.5).i32(16).i32(2).i32(3).i32(1);
+    b.f64(1.25).f64(2.5).pt(0, 0, 0).f64(30).f64(40).i32(5);
+    b.i32(-1);
+    ASSERT_EQ(Load(b), 1);
+
+    auto l = Layers();
+    auto a = ObjectsOf(l[0]);
+    auto bb = ObjectsOf(l[1]);
+    ASSERT_EQ(bb.size(), 1u);
+    ASSERT_EQ(a.size(), 5u);
+    // The polyline: separate flags byte used, not the node's own (0x7F).
+    EXPECT_EQ(bb[0]->flags, 0x02);
+    EXPECT_STREQ(bb[0]->texture, "PolyTex");
+    auto* p = static_cast<PolylineData*>(bb[0]->data);
+    EXPECT_EQ(p->param1.z, 3);
+    EXPECT_EQ(p->param2.x, 4);
+    EXPECT_EQ(p->angle, 90);
+    EXPECT_EQ(p->form, 5);
+    EXPECT_EQ(p->poly_flags, 0x81);
+    EXPECT_EQ(p->segments, 4);
+    EXPECT_EQ(p->size_m, 200);   // a full int32 in this format
+    EXPECT_EQ(p->size_n, 7);
+    ASSERT_EQ(p->count, 2);
+    EXPECT_EQ(p->points[1].y, 2);
+    // Layer 0, newest first: light, sphere, cone, face, triangle.
+    auto* li = static_cast<LightData*>(a[0]->data);
+    EXPECT_EQ(li->light_flags, 0x04);
+    EXPECT_EQ(li->position.y, 2);
+    EXPECT_EQ(li->color.x, 0.5);
+    EXPECT_EQ(li->light_segments, 16);
+    EXPECT_EQ(li->area_n1, 2);
+    EXPECT_EQ(li->area_n2, 3);
+    EXPECT_EQ(li->adaptive, 1);
+    EXPECT_EQ(li->area_height, 1.25);
+    EXPECT_EQ(li->area_width, 2.5);
+    EXPECT_EQ(li->radius, 30);
+    EXPECT_EQ(li->falloff, 40);
+    EXPECT_EQ(li->tightness, 5);
+    auto* sphere = static_cast<PrimitiveData*>(a[1]->data);
+    EXPECT_EQ(sphere->prim_type, 1);
+    EXPECT_EQ(sphere->rotate.z, 5);
+    auto* cone = static_cast<PrimitiveData*>(a[2]->data);
+    EXPECT_STREQ(cone->file, "hf.tga");
+    EXPECT_STREQ(a[2]->texture, "Cone");
+    EXPECT_EQ(cone->translate.x, 1);
+    EXPECT_EQ(cone->size.z, 6);
+    EXPECT_EQ(cone->rotate.x, 10);
+    EXPECT_EQ(cone->rotate.z, 300.0);   // 30 + 270
+    EXPECT_EQ(cone->prim_aux, 16);
+    EXPECT_EQ(cone->hf_type, 1);
+    EXPECT_EQ(cone->p1, 1.5);
+    EXPECT_EQ(cone->p3, 3);
+    EXPECT_EQ(cone->prim_flags, 0x02);
+    auto* face = static_cast<FaceData*>(a[3]->data);
+    EXPECT_EQ(face->corner[3].y, 1);
+    EXPECT_EQ(a[4]->flags, 0x01);
+    EXPECT_EQ(static_cast<TriangleData*>(a[4]->data)->corner[2].z, 1);
+    EXPECT_EQ(SceneProblem(), "");
+}
+
+TEST_F(Read20A, CutFilesGiveZeroAndNoMemoryMessages) {
+    Bytes b = Header20A(1);
+    Layer20A(b, "A", "", 0x80, 1);
+    Object20A(b, 0, 1, "", 0);
+    b.i32(0).zeros(48).f64(0).i32(1).u8(0).zeros(3).i32(8).i32(16).i32(16).i32(1000000);
+    b.pt(1, 1, 1);   // far fewer points than the count says
+    EXPECT_EQ(Load(b), 0);
+    EXPECT_EQ(ObjectsOf(g.scene.First_Layer).size(), 0u);
+    EXPECT_EQ(SceneProblem(), "");
+
+    Bytes c = Header20A(1);
+    Layer20A(c, "A", "", 0x80, 1);
+    std::string path = dir.file("c.qmr");
+    WriteFile(path, c.s);
+    Mem_FailAfter(1);
+    std::string out = Captured([&] { EXPECT_EQ(WorkFile_Load(path.c_str()), 0); });
+    EXPECT_EQ(out, "Out of Memory for Layers!");
+    EXPECT_EQ(Layer_Count(), 1);   // the first layer made after the load
+
+    Bytes d = Header20A(1);
+    Layer20A(d, "A", "", 0x80, 1);
+    Object20A(d, 0, 1, "", 0);
+    d.i32(0).zeros(48).f64(0).i32(1).u8(0).zeros(3).i32(8).i32(16).i32(16).i32(1);
+    d.pt(1, 1, 1).i32(-1);
+    WriteFile(path, d.s);
+    Mem_FailAfter(2);   // the layer, then the point list
+    out = Captured([&] { EXPECT_EQ(WorkFile_Load(path.c_str()), 0); });
+    EXPECT_EQ(out, "\nNot enough memory for Polylines!");
+}
+
+TEST_F(Read20A, MergeRefusesOldAndForeignFiles) {
+    Bytes b = Header20A(0);
+    b.i32(-1);
+    std::string path = dir.file("old.qmr");
+    WriteFile(path, b.s);
+    Layer_NewFirst();
+    std::string out = Captured([&] { EXPECT_EQ(WorkFile_Merge(path.c_str()), 0); });
+    EXPECT_EQ(out, "\nMerge only works with 2.1 files.");
+    WriteFile(path, "hello");
+    out = Captured([&] { EXPECT_EQ(WorkFile_Merge(path.c_str()), 0); });
+    EXPECT_EQ(out,
+              "\nNot a Quillmoor Sculptor 2.0A or greater work file!"
+              "\nMerge only works with 2.1 files.");
+    EXPECT_EQ(Layer_Count(), 1);
+}
+
+}  // namespace

@@ -1,0 +1,187 @@
+// roundtrip_test.cpp - save then load gives the scene back; the save goes
+// through the "$" temporary file and a failed write keeps the old file.
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <sstream>
+
+#include "test_support.h"
+#include "workfile/wf_test_util.h"
+#include "workfile/workfile.h"
+
+namespace {
+
+std::string DumpSettings() {
+    std::ostringstream o;
+    o.precision(17);
+    const AidsState& a = g.aids;
+    o << a.orthoOn << a.blipsOn << a.coordsMode << " " << g.shade.Shade_Type
+      << g.shade.Shade_UseEdge << g.scene.Default_No_shadow << g.scene.Default_Smooth
+      << a.Input_Line_Option << a.Auto_Regen << a.Auto_Redraw << a.Auto_Deselect
+      << a.Erase_No_Confirm << a.Auto_Seg << " " << a.Seg_Value << " "
+      << g.render.Write_Render_Bat << g.render.Reload_After_Render << g.pov.Overwrite_Pov
+      << g.pov.Export_Before_Render << " layout " << g.view.Viewport_Layout << "\n";
+    const RenderSettings& r = g.render;
+    const PovSettings& p = g.pov;
+    o << r.Extra_Options << "|" << p.Max_Trace_Level << " " << p.Max_Intersections << " "
+      << p.Fog_On << " " << p.Fog_Distance << " " << p.Fog_Color.x << p.Fog_Color.y
+      << p.Fog_Color.z << " " << p.Background_On << " " << p.Background_Color.x
+      << p.Background_Color.y << p.Background_Color.z << " " << r.Palette_Type << " "
+      << r.Display_Type << " " << r.Render_Display << " " << r.Spare_Int12 << " "
+      << r.Render_Verbose << " " << r.Render_Width << "x" << r.Render_Height << " "
+      << r.Render_Partial << " " << r.Start_Row << r.Start_Col << r.End_Row << " "
+      << r.Render_Quality << r.Render_Abort << r.Render_Pause << r.Render_Continue << " "
+      << r.Output_Type << " " << r.Buffer_Size << " " << r.Max_Symbols << " " << r.Bounding_On
+      << r.Bounding_Threshold << " " << r.Antialias_On << r.Antialias_Depth << " "
+      << r.Antialias_Threshold << " " << r.Spare_Int32 << " " << r.Antialias_Jitter << " "
+      << r.Spare_Double34 << "\n";
+    return o.str();
+}
+
+std::string DumpView(const Viewport& v) {
+    std::ostringstream o;
+    o.precision(17);
+    auto pt = [&](const Point3& p) { o << p.x << "," << p.y << "," << p.z << " "; };
+    pt(v.CAM);
+    pt(v.TAR);
+    pt(v.UP);
+    o << v.FOV << " " << v.focal << " " << v.CAMERA << v.CENTER << v.AXIS << v.title_on
+      << v.SNAP << " " << v.SNAPX << " " << v.SNAPY << " " << v.GRID << " " << v.GRIDX << " "
+      << v.GRIDY << " " << v.WORLD << " " << v.PITCH << " " << v.cos_pitch << " " << v.HEADING
+      << " " << v.sin_heading << " " << v.AREA << " " << v.pixels_per_unit << " " << v.VIEW
+      << " ";
+    pt(v.axis_d);
+    pt(v.ELEVATION);
+    return o.str();
+}
+
+class WorkFileRoundTrip : public QmrTest {};
+
+TEST_F(WorkFileRoundTrip, SaveThenLoadGivesTheSceneBack) {
+    TempDir dir;
+    BuildSampleScene();
+    std::string scene = DumpScene(), settings = DumpSettings();
+    Views_StoreActive();
+    std::string views[5];
+    for (int n = 1; n <= 4; n++) views[n] = DumpView(g.view.Viewports[n]);
+    std::string path = dir.file("scene.qmr");
+    ASSERT_EQ(WorkFile_Save(path.c_str()), 1);
+    EXPECT_FALSE(FileExists(dir.file("$cene.qmr")));
+    EXPECT_STREQ(g.run.workFileName, "scene");
+    EXPECT_STREQ(g.run.currentFilePath, path.c_str());
+
+    State_Reset();
+    std::string out = Captured([&] { EXPECT_EQ(WorkFile_Load(path.c_str()), 1); });
+    EXPECT_EQ(out, "\nRedrawing...");
+    EXPECT_EQ(DumpScene(), scene);
+    EXPECT_EQ(DumpSettings(), settings);
+    for (int n = 1; n <= 4; n++) EXPECT_EQ(DumpView(g.view.Viewports[n]), views[n]) << n;
+    EXPECT_EQ(g.view.Viewports[2].AREA, 77.0);   // the working record was stored first
+    EXPECT_EQ(g.view.Current_Viewport, 1);
+    EXPECT_EQ(DumpView(g.view.Active_Viewport), views[1]);
+    EXPECT_STREQ(g.scene.Current_Layer->name, "TwelveChars!");
+    EXPECT_STREQ(g.run.workFileName, "scene");
+    EXPECT_STREQ(g.run.Scene_Name, "scene");
+    EXPECT_STREQ(g.run.Image_Name, "scene");
+    EXPECT_EQ(SceneProblem(), "");
+    // Saving the loaded scene and loading it again changes nothing more.
+    ASSERT_EQ(WorkFile_Save(dir.file("again.qmr").c_str()), 1);
+    State_Reset();
+    Captured([&] { EXPECT_EQ(WorkFile_Load(dir.file("again.qmr").c_str()), 1); });
+    EXPECT_EQ(DumpScene(), scene);
+}
+
+TEST_F(WorkFileRoundTrip, FileStartsWithMagicThenSettingsAndEndsWithEndTag) {
+    TempDir dir;
+    Layer_NewFirst();
+    ASSERT_EQ(WorkFile_Save(dir.file("a.qmr").c_str()), 1);
+    std::string s = ReadFile(dir.file("a.qmr"));
+    ASSERT_GT(s.size(), 40u);
+    EXPECT_EQ(s.substr(0, 35), std::string("Quillmoor Sculptor 2.10 work file!\0", 35));
+    EXPECT_EQ(s[35], 1);   // tag 1
+    EXPECT_EQ(s[36], 1);   // key 1 (ORTHO)
+    EXPECT_EQ(static_cast<unsigned char>(s.back()), 0xFF);
+    // Section 1 is 21 int32 keys: 21 * 5 bytes, then 0xFF, then tag 2.
+    EXPECT_EQ(static_cast<unsigned char>(s[36 + 105]), 0xFF);
+    EXPECT_EQ(s[36 + 106], 2);
+}
+
+TEST_F(WorkFileRoundTrip, MeshSizesAboveOneByteComeBackNegative) {
+    TempDir dir;
+    Layer_NewFirst();
+    PolylineData p = Poly_Default();
+    Point3 pt{1, 2, 3};
+    p.points = &pt;
+    p.count = 1;
+    p.size_m = 200;
+    p.size_n = 127;
+    Poly_AddToScene(&p);
+    ASSERT_EQ(WorkFile_Save(dir.file("m.qmr").c_str()), 1);
+    State_Reset();
+    Captured([&] { ASSERT_EQ(WorkFile_Load(dir.file("m.qmr").c_str()), 1); });
+    auto* q = static_cast<PolylineData*>(g.scene.First_Layer->first_object->data);
+    EXPECT_EQ(q->size_m, -56);
+    EXPECT_EQ(q->size_n, 127);
+}
+
+TEST_F(WorkFileRoundTrip, EmptyNameFailsAtOnceAndTemporaryNameReplacesFirstCharacter) {
+    TempDir dir;
+    Layer_NewFirst();
+    EXPECT_EQ(WorkFile_Save((dir.path() + "/.qmr").c_str()), 0);
+    EXPECT_EQ(WorkFile_Save((dir.path() + "/").c_str()), 0);
+    // An unwritable temporary file (its directory is missing) fails with no
+    // message and no change to the names.
+    strcpy(g.run.workFileName, "before");
+    std::string out =
+        Captured([&] { EXPECT_EQ(WorkFile_Save(dir.file("nodir/x.qmr").c_str()), 0); });
+    EXPECT_EQ(out, "");
+    EXPECT_STREQ(g.run.workFileName, "before");
+    // A one-character name becomes "$" alone.
+    ASSERT_EQ(WorkFile_Save(dir.file("z.qmr").c_str()), 1);
+    EXPECT_TRUE(FileExists(dir.file("z.qmr")));
+    EXPECT_FALSE(FileExists(dir.file("$.qmr")));
+}
+
+// The save runs in a child whose file-size limit makes writes fail; the
+// child reports the result and whether the message appeared.
+TEST_F(WorkFileRoundTrip, FailedWriteKeepsTheOldFileAndRemovesTheTemporary) {
+    TempDir dir;
+    std::string path = dir.file("scene.qmr");
+    WriteFile(path, "old contents");
+    BuildSampleScene();
+    fflush(stdout);
+    pid_t pid = fork();
+    ASSERT_GE(pid, 0);
+    if (pid == 0) {
+        signal(SIGXFSZ, SIG_IGN);
+        struct rlimit lim = {300, 300};
+        setrlimit(RLIMIT_FSIZE, &lim);
+        testing::internal::CaptureStdout();
+        int r = WorkFile_Save(path.c_str());
+        std::string out = testing::internal::GetCapturedStdout();
+        bool msg = out == "\nUnable to save file, Out of disk space...Press any key!";
+        _exit(r * 10 + (msg ? 1 : 0));
+    }
+    int status = 0;
+    waitpid(pid, &status, 0);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 1);   // result 0, message shown
+    EXPECT_EQ(ReadFile(path), "old contents");
+    EXPECT_FALSE(FileExists(dir.file("$cene.qmr")));
+}
+
+TEST_F(WorkFileRoundTrip, LoadOfMissingOrForeignFileLeavesTheSceneAlone) {
+    TempDir dir;
+    BuildSampleScene();
+    std::string before = DumpScene();
+    EXPECT_EQ(WorkFile_Load(dir.file("none.qmr").c_str()), 0);
+    WriteFile(dir.file("junk.qmr"), "Quillmoor Sculptor 2.11 work file!");
+    std::string out = Captured([&] { EXPECT_EQ(WorkFile_Load(dir.file("junk.qmr").c_str()), 0); });
+    EXPECT_EQ(out, "\nNot a Quillmoor Sculptor 2.0A or greater work file!");
+    EXPECT_EQ(DumpScene(), before);
+}
+
+}  // namespace

@@ -1,0 +1,71 @@
+// wf_test_util.h - helpers of the work-file tests: a byte builder for files
+// written by hand, a sample scene, scene comparison and a validity check.
+#pragma once
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "e2e/process.h"
+#include "state.h"
+
+// Little-endian bytes, built field by field from the documented layout.
+struct Bytes {
+    std::string s;
+    Bytes& u8(int b) { s.push_back(static_cast<char>(b)); return *this; }
+    Bytes& i32(int32_t v) {
+        for (int i = 0; i < 4; i++) u8((static_cast<uint32_t>(v) >> (8 * i)) & 0xFF);
+        return *this;
+    }
+    Bytes& f64(double d) {
+        uint64_t b;
+        memcpy(&b, &d, 8);
+        for (int i = 0; i < 8; i++) u8((b >> (8 * i)) & 0xFF);
+        return *this;
+    }
+    Bytes& pt(double x, double y, double z) { return f64(x).f64(y).f64(z); }
+    Bytes& text(const char* t, size_t n) {   // exactly n bytes, NUL padded
+        for (size_t i = 0; i < n; i++) u8(i < strlen(t) ? t[i] : 0);
+        return *this;
+    }
+    Bytes& zeros(size_t n) { s.append(n, '\0'); return *this; }
+    size_t size() const { return s.size(); }
+};
+
+inline Bytes Magic210() { return Bytes().text("Quillmoor Sculptor 2.10 work file!", 35); }
+inline Bytes Magic20A() { return Bytes().text("Quillmoor Sculptor 2.0A work file!", 35); }
+
+// A layer section (tag 4) with position, name and optional instance position.
+inline Bytes& LayerSection(Bytes& b, int pos, const char* name, int instance = -1) {
+    b.u8(4).u8(1).i32(pos).u8(2).text(name, 12).u8(8).i32(instance).u8(0xFF);
+    return b;
+}
+
+// Objects of a layer, newest first.
+std::vector<Object*> ObjectsOf(const Layer* l);
+std::vector<Layer*> Layers();
+int PositionOf(const Layer* l);   // 1-based, 0 when not in the list
+
+// A scene with three layers, one object of every kind with distinctive values,
+// an instance link (layer 3 shows layer 1) and Current_Layer = layer 2; also
+// changes settings, output options and the stored viewports.
+void BuildSampleScene();
+
+// Everything a save keeps, compared with the scene now loaded.
+struct SceneSnapshot {
+    std::string dump;
+};
+std::string DumpScene();
+
+// Structural validity: list links, Current_Layer in the list, instances in
+// the list and not looping, object lists consistent, point arrays sized.
+// Returns "" when valid, else what is wrong.
+std::string SceneProblem();
+
+// Runs fn with standard output captured; returns what it printed.
+template <class Fn>
+std::string Captured(Fn fn) {
+    testing::internal::CaptureStdout();
+    fn();
+    return testing::internal::GetCapturedStdout();
+}
