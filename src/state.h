@@ -10,6 +10,7 @@
 #include "startup/config.h"
 #include "startup/startup.h"
 #include "input/input.h"
+#include "gfx/screen.h"
 
 struct State {
     MemState mem;        // allocation hook and block count
@@ -17,6 +18,7 @@ struct State {
     RunState run;        // work-file cycle and exit
     SceneState scene;    // layers and objects
     InputState input;    // prompt and its result
+    ScreenState screen;  // window metrics and the message column
 };
 
 extern State g;

@@ -15,6 +15,7 @@
 #include <cstring>
 
 #include "gfx/gfx.h"
+#include "gfx/screen.h"
 #include "input/message.h"
 #include "state.h"
 #include "ui/field.h"
@@ -46,6 +47,7 @@ int MenuFileReadable(const char* name) {
 }
 
 void BuildScreenAndMenus() {
+    Screen_DrawFrame();
     Msg_Printf("\nLoading-> %s", g.config.MainMenu_Name);
     if (!MenuFileReadable(g.config.MainMenu_Name)) {
         SetFatalMessage("Error: Unable to load Menu File");
@@ -133,7 +135,7 @@ void Startup_Run(int argc, char** argv) {
     Config_SetDefaults();
     Config_Read();
     Config_CheckDirs();
-    X11_InitGraph(g.config.Video_Mode);
+    Screen_Open(g.config.Video_Mode);
     BuildScreenAndMenus();
     Startup_FirstWorkFile(argc, argv);
     for (;;) {
