@@ -125,6 +125,8 @@ void X11_SetMouseSpeed(int x, int y);
 void X11_WaitEvent();    // blocks until an event is pending
 void X11_PumpEvents();
 void X11_Beep();
+// Sends buffered drawing to the server (waiting for events does it too).
+void X11_Flush();
 
 // Every message the program shows also goes here, so that tests can read
 // what the user was told. The x11 backend appends it to the file named by

@@ -85,4 +85,5 @@ void Msg_Printf(const char* format, ...) {
         p = nl + 1;
     }
     X11_SetColor(keep);
+    X11_Flush();   // the prompt must show even while the program waits elsewhere
 }

@@ -194,6 +194,7 @@ unsigned long X11_ImagePixel(const X11_Image* image, int x, int y) {
 }
 
 void X11_Beep() { d.transcript += '\a'; }
+void X11_Flush() {}
 
 // --- test side ----------------------------------------------------------------
 

@@ -426,6 +426,10 @@ void X11_WaitEvent() {
 
 void X11_Beep() { fputc(7, stderr); }
 
+void X11_Flush() {
+    if (x.display) XFlush(x.display);
+}
+
 void X11_Transcript(const char* text) {
     static bool looked = false;
     if (!looked) {
