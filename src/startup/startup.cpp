@@ -17,6 +17,7 @@
 #include "gfx/gfx.h"
 #include "gfx/screen.h"
 #include "input/message.h"
+#include "input/status_line.h"
 #include "state.h"
 #include "ui/field.h"
 #include "workfile/workfile.h"
@@ -145,6 +146,8 @@ void Startup_Run(int argc, char** argv) {
             Exit(1);
         }
         g.run.restartFlag = 0;
+        const Layer* layer = g.scene.Current_Layer;
+        Status_Draw({layer ? layer->name : "", layer ? (int)layer->color : 0, 0, 0, "0, 0, 0"});
         CommandLoop();
         if (!g.run.restartFlag) Exit(0);
         SetWorkPath("qmr.qmr");
