@@ -17,6 +17,7 @@
 #include "input/settings.h"
 #include "pov/pov_settings.h"
 #include "workfile/workfile.h"
+#include "gfx/screen.h"
 
 struct State {
     MemState mem;        // allocation hook and block count
@@ -32,6 +33,7 @@ struct State {
     PovSettings pov;     // scene-file writer options
     RenderSettings render; // ray-tracer options
     WorkFileState workfile; // work-file writer status
+    ScreenState screen;  // window metrics and the message column
 };
 
 extern State g;

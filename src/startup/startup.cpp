@@ -15,7 +15,9 @@
 #include <cstring>
 
 #include "gfx/gfx.h"
+#include "gfx/screen.h"
 #include "input/message.h"
+#include "input/status_line.h"
 #include "state.h"
 #include "ui/field.h"
 #include "workfile/workfile.h"
@@ -47,10 +49,9 @@ int MenuFileReadable(const char* name) {
 
 void BuildScreenAndMenus() {
     // Viewports fill the screen between the menu bar and the three bottom lines.
-    X11_ModeInfo mode;
-    X11_GetModeInfo(&mode);
-    Views_SetScreen(mode.width, mode.height, 15, mode.height - 3 * 15);
+    Views_SetScreen(g.screen.width, g.screen.height, SCREEN_LINE, g.screen.inputLineY);
     Views_Reset();
+    Screen_DrawFrame();
     Msg_Printf("\nLoading-> %s", g.config.MainMenu_Name);
     if (!MenuFileReadable(g.config.MainMenu_Name)) {
         SetFatalMessage("Error: Unable to load Menu File");
@@ -138,7 +139,7 @@ void Startup_Run(int argc, char** argv) {
     Config_SetDefaults();
     Config_Read();
     Config_CheckDirs();
-    X11_InitGraph(g.config.Video_Mode);
+    Screen_Open(g.config.Video_Mode);
     BuildScreenAndMenus();
     Startup_FirstWorkFile(argc, argv);
     for (;;) {
@@ -148,6 +149,8 @@ void Startup_Run(int argc, char** argv) {
             Exit(1);
         }
         g.run.restartFlag = 0;
+        const Layer* layer = g.scene.Current_Layer;
+        Status_Draw({layer ? layer->name : "", layer ? (int)layer->color : 0, 0, 0, "0, 0, 0"});
         CommandLoop();
         if (!g.run.restartFlag) Exit(0);
         SetWorkPath("qmr.qmr");

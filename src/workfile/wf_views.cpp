@@ -6,9 +6,6 @@
 #include "workfile/wf_internal.h"
 #include "workfile/wf_io.h"
 
-// Redrawing all views belongs to the wireframe drawing; absent until it
-// exists, and then a load simply does not redraw.
-void Views_RedrawAll() __attribute__((weak));
 
 namespace {
 
@@ -114,9 +111,9 @@ void WfView_AfterLoad(int slot) {
     Var_SetDouble("FOV", &fov);
 }
 
-void WfView_RedrawAll() {
-    if (Views_RedrawAll) Views_RedrawAll();
-}
+// The one place a load asks for the views to be redrawn. Nothing is drawn
+// yet: the wireframe redraw of all viewports is not built.
+void WfView_RedrawAll() {}
 
 int WfView_Skip20A(FILE* f) {
     unsigned char block[VIEW_BLOCK_20A];

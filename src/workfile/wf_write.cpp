@@ -9,14 +9,12 @@
 #include <string>
 
 #include "input/message.h"
+#include "gfx/gfx.h"
 #include "state.h"
 #include "workfile/wf_internal.h"
 #include "workfile/wf_io.h"
 #include "workfile/workfile.h"
 
-// The display layer's key wait; absent until the keyboard exists, and then
-// the failure message simply does not wait.
-int X11_GetKey() __attribute__((weak));
 
 namespace {
 
@@ -116,7 +114,7 @@ int WorkFile_Save(const char* path) {
         return rename(temp.c_str(), path) == 0;
     }
     Msg_Printf("\nUnable to save file, Out of disk space...Press any key!");
-    if (X11_GetKey) X11_GetKey();
+    if (X11_IsOpen()) X11_GetKey();   // no keyboard before the window exists
     remove(temp.c_str());
     return 0;
 }

@@ -82,7 +82,7 @@ RunResult RunProcess(const std::vector<std::string>& argv, const RunOptions& opt
     return r;
 }
 
-XvfbServer::XvfbServer(const char* screen) {
+XvfbServer::XvfbServer(const char* screen, const std::vector<std::string>& extraArgs) {
     for (int n = 90 + getpid() % 50; n < 400; n++) {
         std::string lock = "/tmp/.X" + std::to_string(n) + "-lock";
         std::string sock = "/tmp/.X11-unix/X" + std::to_string(n);
@@ -93,8 +93,11 @@ XvfbServer::XvfbServer(const char* screen) {
             int devnull = open("/dev/null", O_RDWR);
             dup2(devnull, 1);
             dup2(devnull, 2);
-            execlp("Xvfb", "Xvfb", display_.c_str(), "-screen", "0", screen, "-nolisten", "tcp",
-                   (char*)nullptr);
+            std::vector<const char*> args = {"Xvfb", display_.c_str(), "-screen", "0", screen,
+                                             "-nolisten", "tcp"};
+            for (const std::string& a : extraArgs) args.push_back(a.c_str());
+            args.push_back(nullptr);
+            execvp("Xvfb", const_cast<char**>(args.data()));
             _exit(127);
         }
         for (int i = 0; i < 100; i++) {

@@ -29,7 +29,8 @@ RunResult RunProcess(const std::vector<std::string>& argv, const RunOptions& opt
 // An Xvfb server on a free display number, stopped by the destructor.
 class XvfbServer {
   public:
-    explicit XvfbServer(const char* screen = "1280x1024x24");
+    explicit XvfbServer(const char* screen = "1280x1024x24",
+                        const std::vector<std::string>& extraArgs = {});
     ~XvfbServer();
     bool ok() const { return pid_ > 0; }
     const std::string& display() const { return display_; }

@@ -26,6 +26,7 @@ class ProgramTest : public ::testing::Test {
         opt.cwd = root.file("cwd");
         opt.env["HOME"] = root.file("home");
         opt.env["PATH"] = getenv("PATH") ? getenv("PATH") : "/usr/bin:/bin";
+        opt.env["QMR_TRANSCRIPT"] = "/dev/stdout";   // messages of the window, in order
     }
 
     // A configuration naming the test installation, with `extra` lines in [DIRECTORIES].

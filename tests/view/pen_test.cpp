@@ -3,7 +3,7 @@
 // headless display's record.
 #include <cmath>
 
-#include "gfx/headless/headless_record.h"
+#include "gfx/headless/headless.h"
 #include "test_support.h"
 #include "view/viewport.h"
 
@@ -14,11 +14,13 @@ class ViewPen : public QmrTest {
     Viewport vp;
     void SetUp() override {
         QmrTest::SetUp();
-        Headless_ClearRecord();
+        Headless_ClearSegments();
+        Headless_ClearInput();
         View_Init(&vp);
     }
     void TearDown() override {
-        Headless_ClearRecord();
+        Headless_ClearSegments();
+        Headless_ClearInput();
         QmrTest::TearDown();
     }
     // Screen kind: world x, y are pixels, so segments are easy to reason about.
@@ -30,10 +32,10 @@ class ViewPen : public QmrTest {
         View_MoveTo(&vp, {x1, y1, 0});
         return View_LineTo(&vp, {x2, y2, 0});
     }
-    std::vector<HeadlessSegment>& Drawn() { return Headless_Segments(); }
+    const std::vector<Headless_Segment>& Drawn() { return Headless_Segments(); }
 };
 
-void ExpectSegment(const HeadlessSegment& s, int x1, int y1, int x2, int y2) {
+void ExpectSegment(const Headless_Segment& s, int x1, int y1, int x2, int y2) {
     EXPECT_EQ(s.x1, x1);
     EXPECT_EQ(s.y1, y1);
     EXPECT_EQ(s.x2, x2);
@@ -56,7 +58,7 @@ TEST_F(ViewPen, ClipsAtEachEdge) {
         {"truncated", 120.7, 150.9, 180.2, 150.99, 120, 150, 180, 150},
     };
     for (const Case& c : cases) {
-        Drawn().clear();
+        Headless_ClearSegments();
         EXPECT_EQ(Line(c.x1, c.y1, c.x2, c.y2), 0) << c.what;
         ASSERT_EQ(Drawn().size(), 1u) << c.what;
         SCOPED_TRACE(c.what);
@@ -144,7 +146,7 @@ TEST_F(ViewPen3D, SegmentCrossingTheCameraPlaneStartsAtTheNearPlane) {
     ASSERT_EQ(Drawn().size(), 1u);
     ExpectSegment(Drawn()[0], 639, 239, (int)(319 + f * 0.1), 239);
     // The same the other way round.
-    Drawn().clear();
+    Headless_ClearSegments();
     View_LineTo(&vp, {0, 0, -20});
     ASSERT_EQ(Drawn().size(), 1u);
     ExpectSegment(Drawn()[0], (int)(319 + f * 0.1), 239, 639, 239);
@@ -246,13 +248,14 @@ TEST_F(ViewPenHit, StartPixelAndClippingComeFirst) {
 TEST_F(ViewPen, InterruptibleDrawingAsksForEvents) {
     ScreenRect(0, 0, 639, 479);
     vp.line_mode = LINE_INTERRUPTIBLE;
-    Headless_SetMouse(5, 5, 0);
+    Headless_PushMove(5, 5);
+    X11_PumpEvents();
     View_BeginInterruptible();
     EXPECT_EQ(Line(10, 10, 20, 20), 0);
-    Headless_SetKeyPending(1);
+    Headless_PushKey('a');
     EXPECT_EQ(Line(10, 10, 20, 20), 1);
-    Headless_SetKeyPending(0);
-    Headless_SetMouse(6, 5, 0);   // the mouse moved
+    Headless_ClearInput();
+    Headless_PushMove(6, 5);   // the mouse moved
     EXPECT_EQ(Line(10, 10, 20, 20), 1);
     EXPECT_EQ(Drawn().size(), 3u);   // each line is drawn before the question
 
@@ -277,7 +280,7 @@ TEST_F(ViewPen, PixelRectangle) {
     EXPECT_EQ(vp.VIEW, VIEW_TOP);                  // kind restored
     EXPECT_DOUBLE_EQ(g.view.last_point.x, 7);      // world points untouched
 
-    Drawn().clear();
+    Headless_ClearSegments();
     vp.line_mode = LINE_HIT_TEST;
     vp.pick_box[0] = 48;
     vp.pick_box[1] = 20;
@@ -309,7 +312,7 @@ TEST_F(ViewPen, BadInputNeitherCrashesNorHangs) {
     ASSERT_EQ(Drawn().size(), 1u);
     ExpectSegment(Drawn()[0], 0, 239, 639, 239);
     // Overflowing to infinity: refused.
-    Drawn().clear();
+    Headless_ClearSegments();
     View_MoveTo(&vp, {0, 0, 0});
     View_LineTo(&vp, {1e308, 0, 1e308});
     EXPECT_TRUE(Drawn().empty());
@@ -335,7 +338,7 @@ TEST_F(ViewPen, BadInputNeitherCrashesNorHangs) {
     // An empty rectangle: everything lands on its one pixel.
     vp.line_mode = LINE_DRAW;
     View_SetRect(&vp, 50, 50, 50, 50);
-    Drawn().clear();
+    Headless_ClearSegments();
     View_MoveTo(&vp, {-3, 0, 0});
     View_LineTo(&vp, {3, 0, 0});
     ASSERT_EQ(Drawn().size(), 1u);

@@ -1,0 +1,64 @@
+// The real program opens its window at start-up and draws the frame with
+// "INPUT:" on the input line; messages after that go to the window.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <thread>
+
+#include "e2e/process.h"
+
+namespace {
+
+TEST(StartupScreen, FrameUnderXvfb) {
+    XvfbServer xvfb("1280x1024x24");
+    if (!xvfb.ok()) GTEST_SKIP() << "Xvfb did not start";
+    TempDir tmp;
+    std::string ini = "[DIRECTORIES]\n";
+    for (const char* key : {"qmrmain", "qmrwork", "support", "povray", "scenes", "pov_out", "library"})
+        ini += std::string(key) + " = " + tmp.path() + "\n";
+    ini += "[END]\n";
+    WriteFile(tmp.file("qmr.ini"), ini);
+    WriteFile(tmp.file("main.mnu"), "");
+    WriteFile(tmp.file("side.mnu"), "");
+    RunResult run;
+    std::thread program([&] {
+        RunOptions o;
+        o.cwd = tmp.path();
+        o.env["DISPLAY"] = xvfb.display();
+        o.env["QMR_TRANSCRIPT"] = tmp.file("transcript.txt");
+        // Standard input stays open while the screenshot is taken.
+        run = RunProcess({"sh", "-c", std::string("sleep 3 | ") + QMR_BINARY}, o);
+    });
+    RunOptions x;
+    x.env["DISPLAY"] = xvfb.display();
+    bool found = false;
+    for (int i = 0; i < 100 && !found; i++) {
+        found = RunProcess({"xdotool", "search", "--name", "Quillmoor Sculptor"}, x).status == 0;
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    RunProcess({"sh", "-c", "xwd -root -silent > " + tmp.file("s.xwd")}, x);
+    // The window's inside starts at (1, 1) of the root.
+    RunProcess({"convert", "xwd:" + tmp.file("s.xwd"), "-crop", "640x480+1+1", "+repage",
+                tmp.file("startup.png")}, x);
+    RunResult pixels = RunProcess(
+        {"convert", tmp.file("startup.png"), "-format",
+         "%[pixel:p{0,0}] %[pixel:p{300,100}] %[pixel:p{600,100}] %[pixel:p{300,470}]", "info:"},
+        x);
+    program.join();
+    ASSERT_TRUE(found);
+    if (const char* keep = getenv("QMR_KEEP_SCREENSHOT"))
+        RunProcess({"cp", tmp.file("startup.png"), keep}, {});
+    // Background BLUE (0,0,37) shows as 0,0,148; the drawing area is still
+    // the window's white; the side column and bottom lines are background.
+    EXPECT_EQ(pixels.out, "srgb(0,0,148) srgb(255,255,255) srgb(0,0,148) srgb(0,0,148)");
+    // Banner before the window on standard output; later messages in the window.
+    EXPECT_EQ(run.out.find("\"Quillmoor Sculptor\" version 2.10-X11-pl2, Jan  8 1996\n\n"), 0u)
+        << run.out;
+    EXPECT_EQ(run.out.find("Loading->"), std::string::npos) << run.out;
+    std::string transcript = ReadFile(tmp.file("transcript.txt"));
+    EXPECT_NE(transcript.find("\nLoading-> main.mnu\nLoading-> side.mnu"), std::string::npos)
+        << transcript;
+}
+
+}  // namespace

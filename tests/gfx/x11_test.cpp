@@ -1,0 +1,170 @@
+// The real x11 display backend under a private Xvfb, through the
+// qmr_x11_driver program and xdotool; its frames against the headless ones.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <sstream>
+#include <string>
+#include <thread>
+
+#include "e2e/process.h"
+#include "gfx/draw_script.h"
+#include "gfx/headless/headless.h"
+#include "headless_session.h"
+
+namespace {
+
+RunResult Driver(const std::vector<std::string>& args, const std::string& display,
+                 double timeout = 20) {
+    std::vector<std::string> argv = {QMR_X11_DRIVER};
+    argv.insert(argv.end(), args.begin(), args.end());
+    RunOptions o;
+    o.env["DISPLAY"] = display;
+    o.timeout_s = timeout;
+    return RunProcess(argv, o);
+}
+
+RunResult Tool(const std::vector<std::string>& argv, const std::string& display) {
+    RunOptions o;
+    o.env["DISPLAY"] = display;
+    return RunProcess(argv, o);
+}
+
+// The PPM body: after "P6", width, height and maximum, which may be
+// separated by comment lines (ImageMagick writes one).
+std::string PpmPixels(const std::string& ppm) {
+    size_t pos = 0;
+    for (int field = 0; field < 4; field++) {
+        for (;;) {
+            while (pos < ppm.size() && isspace((unsigned char)ppm[pos])) pos++;
+            if (pos < ppm.size() && ppm[pos] == '#') pos = ppm.find('\n', pos);
+            else break;
+        }
+        while (pos < ppm.size() && !isspace((unsigned char)ppm[pos])) pos++;
+    }
+    return pos < ppm.size() ? ppm.substr(pos + 1) : "";
+}
+
+// Screenshot of the root window as a PPM, through xwd and ImageMagick.
+std::string Screenshot(const std::string& display, const TempDir& tmp, const char* png = nullptr) {
+    Tool({"sh", "-c", "xwd -root -silent > " + tmp.file("s.xwd")}, display);
+    Tool({"convert", "xwd:" + tmp.file("s.xwd"), "ppm:" + tmp.file("s.ppm")}, display);
+    if (png) Tool({"convert", "xwd:" + tmp.file("s.xwd"), png}, display);
+    return ReadFile(tmp.file("s.ppm"));
+}
+
+bool WaitForWindow(const std::string& display) {
+    for (int i = 0; i < 200; i++) {
+        RunResult r = Tool({"xdotool", "search", "--name", "Quillmoor Sculptor"}, display);
+        if (r.status == 0) return true;
+        if (i == 199) fprintf(stderr, "xdotool: %d %s\n", r.status, r.out.c_str());
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    return false;
+}
+
+class X11Test : public HeadlessTest {
+  protected:
+    XvfbServer xvfb;
+    TempDir tmp;
+    void SetUp() override {
+        HeadlessTest::SetUp();
+        if (!xvfb.ok()) GTEST_SKIP() << "Xvfb did not start";
+    }
+    // The draw script's frame from the headless backend, as RGB.
+    std::string HeadlessScriptRgb() {
+        DrawScript();
+        std::string rgb;
+        for (int i = 0; i < 640 * 480; i++) {
+            unsigned char c[3];
+            Headless_Rgb(Headless_Frame()[i], c);
+            rgb.append((const char*)c, 3);
+        }
+        return rgb;
+    }
+};
+
+TEST(X11NoServer, CannotConnect) {
+    RunOptions o;
+    o.env["DISPLAY"] = ":399";   // nothing listens there
+    RunResult r = RunProcess({QMR_X11_DRIVER, "draw", "18", "/dev/null"}, o);
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(r.out, "Cannot connect to server\n");
+}
+
+TEST_F(X11Test, SameFrameAsHeadless) {
+    RunResult r = Driver({"draw", "18", tmp.file("x.ppm")}, xvfb.display());
+    ASSERT_EQ(r.status, 0) << r.out;
+    EXPECT_EQ(r.out, "cell 6 size 640 480\n");
+    std::string x11 = PpmPixels(ReadFile(tmp.file("x.ppm")));
+    std::string hl = HeadlessScriptRgb();
+    ASSERT_EQ(x11.size(), hl.size());
+    int differ = 0, first = -1;
+    for (size_t i = 0; i < hl.size(); i += 3)
+        if (x11.compare(i, 3, hl, i, 3) != 0 && differ++ == 0) first = (int)(i / 3);
+    EXPECT_EQ(differ, 0) << "first at " << first % 640 << "," << first / 640;
+}
+
+TEST_F(X11Test, ModeSizesAndPalette) {
+    RunResult r = Driver({"draw", "258", tmp.file("m.ppm")}, xvfb.display());
+    EXPECT_EQ(r.out, "cell 6 size 800 600\n");
+    r = Driver({"draw", "256", tmp.file("m.ppm")}, xvfb.display());
+    EXPECT_EQ(r.out, "cell 6 size 640 480\n");
+    // The frame is not drawn in this mode: the pixmap is the window's white.
+    std::string px = PpmPixels(ReadFile(tmp.file("m.ppm")));
+    EXPECT_EQ((unsigned char)px[0], 255);
+}
+
+TEST_F(X11Test, ExposureIsRepairedFromThePixmap) {
+    std::thread show([&] { Driver({"show", "4"}, xvfb.display()); });
+    ASSERT_TRUE(WaitForWindow(xvfb.display()));
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    Driver({"cover", "0.5"}, xvfb.display());
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    std::string shot = PpmPixels(Screenshot(xvfb.display(), tmp));
+    show.join();
+    std::string hl = HeadlessScriptRgb();
+    // The window's inside starts at (1, 1) of the root (border width 1).
+    const int rootW = 1280;
+    int differ = 0;
+    for (int y = 0; y < 480; y++)
+        for (int x = 0; x < 640; x++)
+            differ += shot.compare(((size_t)(y + 1) * rootW + x + 1) * 3, 3, hl,
+                                   ((size_t)y * 640 + x) * 3, 3) != 0;
+    EXPECT_EQ(differ, 0);
+}
+
+TEST_F(X11Test, KeysMouseAndChildReaping) {
+    RunResult r;
+    std::thread run([&] { r = Driver({"events", "8"}, xvfb.display()); });
+    ASSERT_TRUE(WaitForWindow(xvfb.display()));
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    const std::string d = xvfb.display();
+    Tool({"xdotool", "mousemove", "101", "51"}, d);   // (100, 50) inside the window
+    Tool({"xdotool", "key", "--delay", "30", "F1", "F10", "F11", "F12", "Insert", "BackSpace",
+          "Delete", "a", "shift+a", "Shift_L", "Return"},
+         d);
+    Tool({"xdotool", "click", "3"}, d);
+    Tool({"xdotool", "mousemove", "11", "480"}, d);   // bottom row: clamped to y 478
+    Tool({"xdotool", "key", "q"}, d);
+    run.join();
+    EXPECT_EQ(r.status, 0) << r.out;
+    std::istringstream lines(r.out);
+    std::string line, keys;
+    bool sawRight = false, sawClamp = false, reaped = false;
+    while (std::getline(lines, line)) {
+        int a, b, c;
+        if (sscanf(line.c_str(), "key %d shift %d", &a, &b) == 2) keys += std::to_string(a) + " ";
+        if (sscanf(line.c_str(), "mouse %d %d %d", &a, &b, &c) == 3) {
+            if (a == 100 && b == 50 && c == MOUSE_RIGHT) sawRight = true;
+            if (a == 10 && b == 478) sawClamp = true;
+        }
+        if (line == "child reaped") reaped = true;
+    }
+    EXPECT_EQ(keys, "15104 17408 17664 17920 20992 8 127 97 65 13 113 ");
+    EXPECT_TRUE(sawRight) << r.out;
+    EXPECT_TRUE(sawClamp) << r.out;
+    EXPECT_TRUE(reaped);
+}
+
+}  // namespace
