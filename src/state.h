@@ -10,6 +10,7 @@
 #include "startup/config.h"
 #include "startup/startup.h"
 #include "input/input.h"
+#include "view/viewport.h"
 
 struct State {
     MemState mem;        // allocation hook and block count
@@ -17,6 +18,7 @@ struct State {
     RunState run;        // work-file cycle and exit
     SceneState scene;    // layers and objects
     InputState input;    // prompt and its result
+    ViewState view;      // viewports, shared camera, 3D pen
 };
 
 extern State g;

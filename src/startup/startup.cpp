@@ -46,6 +46,11 @@ int MenuFileReadable(const char* name) {
 }
 
 void BuildScreenAndMenus() {
+    // Viewports fill the screen between the menu bar and the three bottom lines.
+    X11_ModeInfo mode;
+    X11_GetModeInfo(&mode);
+    Views_SetScreen(mode.width, mode.height, 15, mode.height - 3 * 15);
+    Views_Reset();
     Msg_Printf("\nLoading-> %s", g.config.MainMenu_Name);
     if (!MenuFileReadable(g.config.MainMenu_Name)) {
         SetFatalMessage("Error: Unable to load Menu File");
