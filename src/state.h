@@ -11,6 +11,7 @@
 #include "startup/startup.h"
 #include "input/input.h"
 #include "view/viewport.h"
+#include "pov/pov.h"
 
 struct State {
     MemState mem;        // allocation hook and block count
@@ -19,6 +20,7 @@ struct State {
     SceneState scene;    // layers and objects
     InputState input;    // prompt and its result
     ViewState view;      // viewports, shared camera, 3D pen
+    PovState pov;        // scene-file writer, its settings, texture library
 };
 
 extern State g;
