@@ -135,7 +135,7 @@ class PovTest : public QmrTest {
 
     static TextureRecord Named(const char* name) {
         TextureRecord r = Texture_Default();
-        strncpy(r.name, name, sizeof r.name);
+        memcpy(r.name, name, strnlen(name, sizeof r.name));   // 20 characters fill the field
         return r;
     }
 
