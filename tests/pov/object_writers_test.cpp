@@ -515,3 +515,40 @@ TEST_F(PovTest, ParseCheckCatchesABrokenScene) {
 }
 
 }  // namespace
+
+namespace {
+
+// A bumpy 12 x 10 grid whose shared corners are off by up to 0.004.
+void JitteredGrid(Object*) {
+    auto at = [](int c, int r, int k) {
+        double j = ((c * 7 + r * 13 + k * 5) % 9 - 4) * 0.001;
+        return Point3{c + j, sin(c * 0.5) * cos(r * 0.3), r - j};
+    };
+    for (int r = 0; r < 10; r++)
+        for (int c = 0; c < 12; c++) {
+            Pov_SpoolTriangle(at(c, r, 0), at(c + 1, r, 1), at(c + 1, r + 1, 2));
+            Pov_SpoolTriangle(at(c + 1, r + 1, 3), at(c, r + 1, 4), at(c, r, 5));
+        }
+}
+
+TEST_F(PovTest, IndexedNormalPassMatchesThePlainPassExactly) {
+    Pov_SetSurfaceGenerator(JitteredGrid);
+    g.pov.settings.Overwrite_Pov = 1;
+    NewLayer("G");
+    AddPoly(FORM_EXTRUSION, {{0, 0, 0}, {1, 0, 0}})->flags = Smooth_triangle;
+    std::string first;
+    for (double tol : {0.0, 0.003, 0.01}) {
+        g.pov.Vertex_Tolerance = tol;
+        std::string indexed = Export();
+        Mem_FailAfter(1);   // no buffer: the plain pass over the file
+        std::string plain = Export();
+        Mem_FailAfter(0);
+        EXPECT_EQ(Count(indexed, "smooth_triangle"), 240);
+        EXPECT_EQ(indexed, plain) << "tolerance " << tol;
+        if (first.empty()) first = indexed;
+        else EXPECT_NE(indexed, first) << "the tolerance joined no corners at " << tol;
+    }
+    Pov_SetSurfaceGenerator(nullptr);
+}
+
+}  // namespace
