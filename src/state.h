@@ -18,6 +18,7 @@
 #include "pov/pov_settings.h"
 #include "workfile/workfile.h"
 #include "gfx/screen.h"
+#include "pov/pov.h"
 
 struct State {
     MemState mem;        // allocation hook and block count
@@ -34,6 +35,7 @@ struct State {
     RenderSettings render; // ray-tracer options
     WorkFileState workfile; // work-file writer status
     ScreenState screen;  // window metrics and the message column
+    PovState writer;     // scene-file writer while it runs, texture library
 };
 
 extern State g;

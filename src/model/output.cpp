@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "input/message.h"
+#include "pov/pov.h"
 #include "state.h"
 #include "view/viewport.h"
 
@@ -96,6 +97,12 @@ int OutlineFacet(const OutputConsumer* out, const Point3* corner, int n, int mas
 
 }  // namespace
 
+// Scene file: every facet goes to the triangle spool as two triangles.
+static int PovTriangle(Point3 a, Point3 b, Point3 c) {
+    Pov_SpoolTriangle(a, b, c);
+    return 0;
+}
+
 OutputConsumer Output_DefaultConsumer(int mode) {
     OutputConsumer c{};
     switch (mode) {
@@ -103,6 +110,9 @@ OutputConsumer Output_DefaultConsumer(int mode) {
             c.on_screen = 1;
             c.move_to = ScreenMove;
             c.line_to = ScreenLine;
+            break;
+        case OUTPUT_POV:
+            c.triangle = PovTriangle;
             break;
         case OUTPUT_EXPLODE:
             c.facet = ExplodeFacet;

@@ -13,7 +13,6 @@ struct PovSettings {
     Point3 Fog_Color{0.5, 0.5, 0.5};      // rgb
     int Background_On = 0;                // write the background line
     Point3 Background_Color{0, 0, 0};     // rgb
-    double Aspect_Ratio = 1.3333333;      // the camera's `right` length
     int Overwrite_Pov = 0;                // replace a scene file without asking
     int Export_Before_Render = 1;         // RENDER writes the scene file first
 };

@@ -1,0 +1,155 @@
+// pov_test_support.h - fixture for the scene-writer tests: private scene,
+// work and support directories, captured messages and the real ray tracer's
+// parser as a check of every written scene.
+#pragma once
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+#include "e2e/process.h"
+#include "input/input.h"
+#include "pov/pov.h"
+#include "pov/textures.h"
+#include "test_support.h"
+
+// Everything written to standard output (the message area) while alive.
+class StdoutCapture {
+  public:
+    explicit StdoutCapture(const std::string& path) : path_(path) {
+        fflush(stdout);
+        saved_ = dup(1);
+        int fd = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+        dup2(fd, 1);
+        close(fd);
+    }
+    ~StdoutCapture() { Stop(); }
+    std::string Stop() {
+        if (saved_ >= 0) {
+            fflush(stdout);
+            dup2(saved_, 1);
+            close(saved_);
+            saved_ = -1;
+        }
+        return ReadFile(path_);
+    }
+
+  private:
+    std::string path_;
+    int saved_ = -1;
+};
+
+class PovTest : public QmrTest {
+  protected:
+    void SetUp() override {
+        QmrTest::SetUp();
+        char* cwd = getcwd(nullptr, 0);
+        old_cwd_ = cwd;
+        free(cwd);
+        scenes_ = dir_.file("scenes");
+        work_ = dir_.file("work");
+        support_ = dir_.file("support");
+        run_ = dir_.file("run");
+        for (const std::string& d : {scenes_, work_, support_, run_}) mkdir(d.c_str(), 0755);
+        snprintf(g.config.Scenes_Dir, sizeof g.config.Scenes_Dir, "%s", scenes_.c_str());
+        snprintf(g.config.WORK_DIR, sizeof g.config.WORK_DIR, "%s", work_.c_str());
+        snprintf(g.config.SUPPORT_DIR, sizeof g.config.SUPPORT_DIR, "%s", support_.c_str());
+        ASSERT_EQ(chdir(run_.c_str()), 0);   // "triangle.tmp" goes to the current directory
+        // A camera the ray tracer accepts (location apart from look_at).
+        g.view.Active_Viewport.CAM = {0, 2, -10};
+    }
+    void TearDown() override {
+        if (chdir(old_cwd_.c_str()) != 0) ADD_FAILURE() << "cannot return to " << old_cwd_;
+        QmrTest::TearDown();
+    }
+
+    std::string ScenePath() const { return scenes_ + "/" + g.run.Scene_Name + ".pov"; }
+
+    // Runs Export_Pov with the messages captured; returns the file text.
+    std::string Export(int expect = 1) {
+        StdoutCapture cap(dir_.file("messages.txt"));
+        int r = Export_Pov();
+        messages_ = cap.Stop();
+        EXPECT_EQ(r, expect) << messages_;
+        return ReadFile(ScenePath());
+    }
+
+    // Text of the ACTION section after its title line.
+    static std::string Action(const std::string& text) {
+        const std::string title = "\n\n\n/******************* ACTION ************************/\n";
+        size_t at = text.find(title);
+        return at == std::string::npos ? "<no ACTION>" : text.substr(at + title.size());
+    }
+    // Text between the BLOCK LAYERS title and the ACTION title.
+    static std::string Blocks(const std::string& text) {
+        const std::string a = "\n\n\n/******************* BLOCK LAYERS *****************/\n";
+        const std::string b = "\n\n\n/******************* ACTION ************************/\n";
+        size_t x = text.find(a), y = text.find(b);
+        if (x == std::string::npos || y == std::string::npos) return "<no sections>";
+        return text.substr(x + a.size(), y - x - a.size());
+    }
+    static std::string Textures(const std::string& text) {
+        const std::string a = "\n\n\n/******************* TEXTURES *********************/\n";
+        const std::string b = "\n\n\n/******************* BLOCK LAYERS *****************/\n";
+        size_t x = text.find(a), y = text.find(b);
+        if (x == std::string::npos || y == std::string::npos) return "<no sections>";
+        return text.substr(x + a.size(), y - x - a.size());
+    }
+
+    // Parses the scene in the real ray tracer at a tiny size; the output
+    // when it reports a parse error (or does not finish), else "".
+    static std::string PovrayParseErrors(const std::string& path) {
+        RunOptions opt;
+        opt.timeout_s = 120;
+        RunResult r = RunProcess({"/usr/bin/povray", "+I" + path, "+W8", "+H8", "-D", "-V", "+WT1",
+                                  "+O/dev/null"},
+                                 opt);
+        if (r.timed_out) return "povray timed out\n" + r.out;
+        // "Possible Parse Error" is the 3.7 parser's warning about old syntax.
+        std::string errors;
+        size_t at = 0;
+        while ((at = r.out.find("Parse Error", at)) != std::string::npos) {
+            bool possible = at >= 9 && r.out.compare(at - 9, 9, "Possible ") == 0;
+            if (!possible) {
+                size_t from = r.out.rfind('\n', at);
+                from = from == std::string::npos ? 0 : from + 1;
+                errors += r.out.substr(from, r.out.find("\n\n", at) - from) + "\n";
+            }
+            at += 11;
+        }
+        if (r.status != 0 && errors.empty()) errors = "povray status " + std::to_string(r.status) + "\n" + r.out;
+        return errors;
+    }
+
+    Layer* NewLayer(const char* name, int level = 0) {
+        Layer* l = Layer_Append();
+        snprintf(l->name, sizeof l->name, "%s", name);
+        l->level = level;
+        return l;
+    }
+
+    void SaveTexture(const TextureRecord& r) { ASSERT_EQ(Texture_Save(&r), 1); }
+
+    static TextureRecord Named(const char* name) {
+        TextureRecord r = Texture_Default();
+        memcpy(r.name, name, strnlen(name, sizeof r.name));   // 20 characters fill the field
+        return r;
+    }
+
+    TempDir dir_;
+    std::string old_cwd_, scenes_, work_, support_, run_, messages_;
+};
+
+// The header lines, written out by hand.
+inline std::string ExpectedHeader() {
+    const std::string blank = "/*" + std::string(77, ' ') + "*/\n";
+    return "/* This is a Persistence of Vision Ray Tracer (POV-Ray) Version 2.2 Scene file */\n" + blank +
+           "/* This file was generated using \"Quillmoor Sculptor\" Version 2.10" + std::string(13, ' ') +
+           "*/\n" + blank + blank +
+           "/********************************* HEADER **************************************/\n"
+           "#include \"colors.inc\"\n"
+           "#include \"textures.inc\"\n\n";
+}

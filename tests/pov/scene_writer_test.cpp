@@ -1,0 +1,251 @@
+// scene_writer_test.cpp - the scene file: header, settings, camera, sections,
+// layers, nesting, BLOCK Layers, transforms and the overwrite question.
+#include <sys/stat.h>
+
+#include "pov/pov_test_support.h"
+
+namespace {
+
+const char kCamera[] =
+    "\n\n/******************* CAMERA ***********************/\n"
+    "\ncamera {"
+    "\n    location <0, 2, -10>"
+    "\n   direction <0, 0, 1.20711>"
+    "\n         sky <0, 1, 0>"
+    "\n          up <0, 1, 0>"
+    "\n       right <1.33333, 0, 0>"
+    "\n     look_at <0, 0, 0>"
+    "\n}";
+const char kTexturesTitle[] = "\n\n\n/******************* TEXTURES *********************/\n";
+const char kBlocksTitle[] = "\n\n\n/******************* BLOCK LAYERS *****************/\n";
+const char kActionTitle[] = "\n\n\n/******************* ACTION ************************/\n";
+
+TEST_F(PovTest, SceneWithoutLayersHasHeaderSettingsCameraAndTitlesOnly) {
+    std::string text = Export();
+    std::string expected = ExpectedHeader() + "\n\n#max_trace_level 5\n#max_intersections 100\n" + kCamera +
+                           kTexturesTitle + kBlocksTitle + kActionTitle;
+    EXPECT_EQ(text, expected);
+    EXPECT_EQ(messages_, "\nMaking <qmr.pov>");
+    // The six header comment lines are exactly 81 characters before their line feeds.
+    size_t start = 0;
+    for (int i = 0; i < 6; i++) {
+        size_t end = text.find('\n', start);
+        ASSERT_NE(end, std::string::npos);
+        EXPECT_EQ(end - start, 81u) << "line " << i + 1;
+        EXPECT_EQ(text.substr(start, 2), "/*");
+        EXPECT_EQ(text.substr(end - 2, 2), "*/");
+        start = end + 1;
+    }
+    EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
+}
+
+TEST_F(PovTest, FogBackgroundIncludeAndTraceSettings) {
+    PovSettings& s = g.pov;
+    s.Max_Trace_Level = 7;
+    s.Max_Intersections = 64;
+    s.Fog_On = 1;
+    s.Fog_Color = {0.25, 0.5, 1};
+    s.Fog_Distance = 250.5;
+    s.Background_On = 1;
+    s.Background_Color = {0.1, 0.2, 0.3};
+    g.view.Active_Viewport.FOV = 90;   // d = 0.5 / tan(45 deg) = 0.5
+    g.view.camera_aspect = 1.5;
+    g.view.Active_Viewport.UP = {0, 0, 1};
+    WriteFile(support_ + "/include.dat", "#declare Extra = 1;\n// copied verbatim\n");
+    std::string text = Export();
+    std::string expected = ExpectedHeader() + "#declare Extra = 1;\n// copied verbatim\n" +
+                           "\n\n#max_trace_level 7\n#max_intersections 64\n"
+                           "\nfog {\n    color rgb<0.25, 0.5, 1>\n    distance 250.5\n}\n"
+                           "\nbackground { color rgb<0.1, 0.2, 0.3> }\n"
+                           "\n\n/******************* CAMERA ***********************/\n"
+                           "\ncamera {"
+                           "\n    location <0, 2, -10>"
+                           "\n   direction <0, 0, 0.5>"
+                           "\n         sky <0, 0, 1>"
+                           "\n          up <0, 1, 0>"
+                           "\n       right <1.5, 0, 0>"
+                           "\n     look_at <0, 0, 0>"
+                           "\n}" +
+                           std::string(kTexturesTitle) + kBlocksTitle + kActionTitle;
+    EXPECT_EQ(text, expected);
+    EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
+}
+
+TEST_F(PovTest, EmptyLayerAndScenesDirFallback) {
+    NewLayer("Untitled");
+    g.config.Scenes_Dir[0] = '\0';
+    snprintf(g.config.POV_DIR, sizeof g.config.POV_DIR, "%s", scenes_.c_str());
+    snprintf(g.run.Scene_Name, sizeof g.run.Scene_Name, "room");
+    std::string text = Export();
+    EXPECT_EQ(messages_, "\nMaking <room.pov>");
+    EXPECT_EQ(Action(text), "\n\nunion {  // Layer name: Untitled\n}");
+    EXPECT_EQ(Blocks(text), "");
+}
+
+TEST_F(PovTest, LayersNestingBlocksInstancesAndTransforms) {
+    Layer* a = NewLayer("A");
+    NewLayer("A1", 1);
+    Layer* b = NewLayer("B");
+    b->on = 0;
+    NewLayer("B1", 1);
+    Layer* c = NewLayer("C");
+    c->csg = CSG_MERGE;
+    c->instance = a;
+    strcpy(c->texture, "Stone");
+    c->texture_scale = {2, 2, 2};
+    c->translate = {1, 2, 3};
+    Layer* d = NewLayer("D");
+    d->csg = CSG_DIFFERENCE;
+    Layer* d1 = NewLayer("D1", 1);
+    d1->csg = CSG_INTERSECTION;
+    SaveTexture(Named("Stone"));
+
+    std::string text = Export();
+    EXPECT_EQ(Blocks(text),
+              "\n#declare BLOCK_Layer_A ="
+              "\n    union {  // Layer name: A"
+              "\n        "
+              "\n        union {  // Layer name: A1"
+              "\n        }"
+              "\n    }"
+              "\n");
+    EXPECT_EQ(Action(text),
+              "\nobject { BLOCK_Layer_A }"
+              "\n"   // B is off: only its line feed
+              "\n\nunion {  // Layer name: B1\n}"
+              "\n\nmerge {  // Layer name: C"
+              "\n    object { BLOCK_Layer_A }"
+              "\n    "
+              "\n    texture { Stone "
+              "\n        scale <2, 2, 2>}"
+              "\n    translate <1, 2, 3>"
+              "\n}"
+              "\n\ndifference {  // Layer name: D"
+              "\n    "
+              "\n    intersection {  // Layer name: D1"
+              "\n    }"
+              "\n}");
+    EXPECT_EQ(Textures(text),
+              "\n\n#declare Stone = texture {\n    pigment { color rgbf<0, 0, 0, 0>\n    }\n}");
+    EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
+}
+
+TEST_F(PovTest, BlockLayerThatIsOffIsNeitherDeclaredNorReferenced) {
+    Layer* a = NewLayer("A");
+    a->on = 0;
+    NewLayer("A1", 1);
+    Layer* c = NewLayer("C");
+    c->instance = a;
+    std::string text = Export();
+    EXPECT_EQ(Blocks(text), "");
+    EXPECT_EQ(Action(text), "\n\nunion {  // Layer name: C\n}");
+    EXPECT_EQ(text.find("BLOCK_Layer_"), std::string::npos);
+}
+
+TEST_F(PovTest, LayerTransformsAndRotationOrders) {
+    Layer* l = NewLayer("T");
+    l->rotate = {30, 0, 10};
+    strcpy(l->texture, "Jade");   // from textures.inc: needs no declaration
+    l->texture_rotate = {0, 45, 0};
+    l->texture_translate = {0.5, 0, 0};
+    Layer* m = NewLayer("U");
+    m->rotation_order = 1;
+    m->scale = {1, 2, 1};
+    m->rotate = {30, 0, 10};
+    m->texture_rotate = {5, 6, 7};
+    strcpy(m->texture, "Jade");
+    std::string text = Export();
+    EXPECT_EQ(Action(text),
+              "\n\nunion {  // Layer name: T"
+              "\n    \n    texture { Jade "
+              "\n        rotate <.0, 45, .0>"
+              "\n        translate <0.5, 0, 0>}"
+              "\n    rotate <30, .0, .0>"
+              "\n    rotate <.0, .0, 10>"
+              "\n}"
+              "\n\nunion {  // Layer name: U"
+              "\n    \n    texture { Jade "
+              "\n        rotate <5, 6, 7>}"
+              "\n    scale <1, 2, 1>"
+              "\n    rotate <30, 0, 10>"
+              "\n}");
+    EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
+}
+
+TEST_F(PovTest, TextureWithoutTransformClosesOnItsOwnLine) {
+    Layer* l = NewLayer("P");
+    strcpy(l->texture, "Jade");
+    EXPECT_EQ(Action(Export()), "\n\nunion {  // Layer name: P\n    \n    texture { Jade }\n}");
+}
+
+// --- the overwrite question ---
+
+class PovAnswer {
+  public:
+    PovAnswer(const std::string& path, const std::string& text) {
+        WriteFile(path, text);
+        if (!freopen(path.c_str(), "r", stdin)) ADD_FAILURE() << "cannot redirect stdin";
+    }
+    ~PovAnswer() {
+        if (!freopen("/dev/null", "r", stdin)) ADD_FAILURE() << "cannot restore stdin";
+    }
+};
+
+TEST_F(PovTest, ExistingFileAnsweredNoIsKept) {
+    NewLayer("L");
+    WriteFile(ScenePath(), "old");
+    g.input.currentCommand = 108;
+    PovAnswer answer(dir_.file("answer.txt"), "N\n");
+    Export(2);
+    EXPECT_EQ(ReadFile(ScenePath()), "old");
+    EXPECT_EQ(messages_, "\nEXPORTPOV> File already Exists, Overwrite it (Yes,No)? <Y>:\nExport aborted");
+}
+
+TEST_F(PovTest, ExistingFileAnsweredYesOrEnterIsReplaced) {
+    for (const char* answer_text : {"Y\n", "\n"}) {
+        WriteFile(ScenePath(), "old");
+        g.input.currentCommand = 108;
+        PovAnswer answer(dir_.file("answer.txt"), answer_text);
+        std::string text = Export(1);
+        EXPECT_EQ(text.rfind(ExpectedHeader(), 0), 0u) << answer_text;
+        EXPECT_EQ(messages_, "\nEXPORTPOV> File already Exists, Overwrite it (Yes,No)? <Y>:\nMaking <qmr.pov>");
+    }
+}
+
+TEST_F(PovTest, QuestionAnsweredByAnotherCommandReturnsZero) {
+    WriteFile(ScenePath(), "old");
+    g.input.currentCommand = 108;
+    PovAnswer answer(dir_.file("answer.txt"), "SAVE\n");
+    Export(0);
+    EXPECT_EQ(g.input.InputResult.code, 104);
+    EXPECT_EQ(ReadFile(ScenePath()), "old");
+}
+
+TEST_F(PovTest, OverwriteSettingReplacesWithoutQuestion) {
+    WriteFile(ScenePath(), "old");
+    g.pov.Overwrite_Pov = 1;
+    std::string text = Export(1);
+    EXPECT_EQ(messages_, "\nMaking <qmr.pov>");
+    EXPECT_EQ(text.rfind(ExpectedHeader(), 0), 0u);
+}
+
+TEST_F(PovTest, UnwritableScenesDirectoryIsReported) {
+    snprintf(g.config.Scenes_Dir, sizeof g.config.Scenes_Dir, "%s/missing/dir", scenes_.c_str());
+    StdoutCapture cap(dir_.file("messages.txt"));
+    EXPECT_EQ(Export_Pov(), 2);
+    std::string msg = cap.Stop();
+    EXPECT_EQ(msg, "\nError: Creating file <" + scenes_ + "/missing/dir/qmr.pov>");
+    EXPECT_EQ(g.writer.file, nullptr);
+    EXPECT_EQ(g.output.Output_Mode, 0);
+}
+
+TEST_F(PovTest, LayerIsBlockOnlyWhenSomeLayerInstancesIt) {
+    Layer* a = NewLayer("A");
+    Layer* b = NewLayer("B");
+    EXPECT_EQ(Layer_IsBlock(a), 0);
+    a->instance = a;   // a layer naming itself counts too
+    EXPECT_EQ(Layer_IsBlock(a), 1);
+    EXPECT_EQ(Layer_IsBlock(b), 0);
+}
+
+}  // namespace
