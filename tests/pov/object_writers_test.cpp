@@ -552,3 +552,28 @@ TEST_F(PovTest, IndexedNormalPassMatchesThePlainPassExactly) {
 }
 
 }  // namespace
+
+namespace {
+
+// Surfaces reach the scene file through their real generator and the facet
+// sink: an extrusion of one segment is one quad, written as two triangles
+// split (c0, c1, c2), (c2, c3, c0).
+TEST_F(PovTest, ExtrusionThroughItsGeneratorBecomesTwoTriangles) {
+    NewLayer("S");
+    AddPoly(FORM_EXTRUSION, {{0, 0, 0}, {1, 0, 0}}, [](PolylineData& p) {
+        p.param1 = {0, 0, 0};
+        p.param2 = {0, 0, 1};
+    });
+    std::string text = Export();
+    EXPECT_EQ(Action(text),
+              "\n\nunion {  // Layer name: S"
+              "\n    union { // Extrusion"
+              "\n        triangle {<0, 0, 0>, <1, 0, 0>, <1, 0, 1> }"
+              "\n        triangle {<1, 0, 1>, <0, 0, 1>, <0, 0, 0> }"
+              "\n    }"
+              "\n}");
+    EXPECT_FALSE(FileExists(run_ + "/triangle.tmp"));
+    EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
+}
+
+}  // namespace
