@@ -4,7 +4,9 @@
 // Each shape writes its member lines into the union that Pov_WriteMesh has
 // opened; every line starts with Pov_Indent.
 #include <cmath>
+#include <vector>
 
+#include "model/geometry.h"
 #include "pov/pov.h"
 #include "state.h"
 
@@ -12,14 +14,47 @@ namespace {
 
 const double kDegPerRad = 57.29577951;
 
+// The path a pipe or wall follows. A splined one (B-Spline set, at least 4
+// points) is the curve sampled at the length fractions i/size_m, i = 0 ..
+// size_m; `fraction` gives each point's share of the way from start to end.
+// A closed spline's last sample is its first again and is left out, so that
+// closing the path adds the last segment.
+struct PipePath {
+    std::vector<Point3> points;
+    std::vector<double> fraction;
+    bool closed;
+};
+
+PipePath PathOf(const PolylineData& p) {
+    PipePath path;
+    path.closed = (p.poly_flags & POLY_CLOSED) && p.count > 2;
+    if ((p.poly_flags & POLY_BSPLINE) && p.count >= 4 && p.size_m >= 1) {
+        int m = p.size_m < 4096 ? p.size_m : 4096;
+        double length = Poly_Length(&p);
+        int last = path.closed ? m - 1 : m;
+        for (int i = 0; i <= last; i++) {
+            path.points.push_back(Poly_PointAt(&p, length * i / m));
+            path.fraction.push_back((double)i / m);
+        }
+        return path;
+    }
+    for (int i = 0; i < p.count; i++) {
+        path.points.push_back(p.points[i]);
+        path.fraction.push_back(p.count > 1 ? (double)i / (p.count - 1) : 0.0);
+    }
+    return path;
+}
+
 }  // namespace
 
 void Pov_WriteWall(const Object* object) {
     const PolylineData& w = *(const PolylineData*)object->data;
     double h = w.param1.x, t = w.param1.y / 2;
-    int segments = (w.poly_flags & POLY_CLOSED) && w.count > 2 ? w.count : w.count - 1;
+    PipePath path = PathOf(w);
+    int n = (int)path.points.size();
+    int segments = path.closed ? n : n - 1;
     for (int i = 0; i < segments; i++) {
-        Point3 a = w.points[i], b = w.points[(i + 1) % w.count];
+        Point3 a = path.points[i], b = path.points[(i + 1) % n];
         double dx = b.x - a.x, dz = b.z - a.z;
         double len = sqrt(dx * dx + dz * dz);
         double angle = atan2(dz, dx) * kDegPerRad;
@@ -71,13 +106,16 @@ void MitredBend(Point3 a, double ra, Point3 j, double rj, Point3 b, double rb) {
 
 void Pov_WritePipe(const Object* object) {
     const PolylineData& p = *(const PolylineData*)object->data;
-    int n = p.count;
-    int closed = (p.poly_flags & POLY_CLOSED) && n > 2;
+    PipePath path = PathOf(p);
+    int n = (int)path.points.size();
+    if (n < 2) return;
+    int closed = path.closed;
     double r1 = p.param1.x, r2 = p.param1.y;
-    double step = (r2 - r1) / (n - 1);
     int edge = (int)p.param2.x, sphered = (int)p.param2.y;
-    auto radius = [&](int i) { return r1 + step * i; };
-    auto at = [&](int i) { return p.points[(i % n + n) % n]; };
+    // Radius #1 at the first path point to Radius #2 at the last; a closed
+    // pipe's closing segment goes back to Radius #1.
+    auto radius = [&](int i) { return r1 + (r2 - r1) * path.fraction[(i % n + n) % n]; };
+    auto at = [&](int i) { return path.points[(i % n + n) % n]; };
 
     int segments = closed ? n : n - 1;
     for (int i = 0; i < segments; i++) {

@@ -577,3 +577,50 @@ TEST_F(PovTest, ExtrusionThroughItsGeneratorBecomesTwoTriangles) {
 }
 
 }  // namespace
+
+namespace {
+
+// A splined pipe follows the curve sampled at the length fractions i/size_m;
+// evenly spaced points on a line give a straight curve, so the samples fall
+// on x = 0, 1, 2, 3 and the radius grows by (0.4 - 0.1) / 3 per sample.
+TEST_F(PovTest, SplinedPipeIsSampledAlongTheCurve) {
+    NewLayer("P");
+    AddPoly(FORM_POLY_PIPE, {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}}, [](PolylineData& p) {
+        p.poly_flags = POLY_BSPLINE;
+        p.size_m = 3;
+        p.param1 = {0.1, 0.4, 0};
+        p.param2 = {0, 0, 0};
+    });
+    std::string text = Export();
+    EXPECT_EQ(Action(text),
+              "\n\nunion {  // Layer name: P"
+              "\n    union { // Poly_Pipe"
+              "\n        cone { <0, 0, 0>, 0.1, <1, 0, 0>, 0.2 }"
+              "\n        cone { <1, 0, 0>, 0.2, <2, 0, 0>, 0.3 }"
+              "\n        cone { <2, 0, 0>, 0.3, <3, 0, 0>, 0.4 }"
+              "\n        sphere { <1, 0, 0>, 0.2 }"
+              "\n        sphere { <2, 0, 0>, 0.3 }"
+              "\n    }"
+              "\n}");
+    EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
+}
+
+// A splined wall uses the same sampled path: two boxes of length 1.5.
+TEST_F(PovTest, SplinedWallFollowsTheSampledCurve) {
+    NewLayer("W");
+    AddPoly(FORM_POLY_WALL, {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}}, [](PolylineData& p) {
+        p.poly_flags = POLY_BSPLINE;
+        p.size_m = 2;
+        p.param1 = {4, 0.5, 0};
+    });
+    std::string text = Export();
+    EXPECT_EQ(Action(text),
+              "\n\nunion {  // Layer name: W"
+              "\n    union { // Poly_Wall"
+              "\n        box { <-0.25, 0, -0.25>, <1.75, 4, 0.25>  rotate y*-0  translate <0, 0, 0> }"
+              "\n        box { <-0.25, 0, -0.25>, <1.75, 4, 0.25>  rotate y*-0  translate <1.5, 0, 0> }"
+              "\n    }"
+              "\n}");
+}
+
+}  // namespace
