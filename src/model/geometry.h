@@ -16,6 +16,7 @@
 //   Poly_Pyramid: P0..P3 the base corners in order round the base, P4 the tip;
 //                 P5..P7 repeat the tip (unused).
 #pragma once
+#include <vector>
 
 #include "scene/object.h"
 
@@ -49,6 +50,8 @@ bool Points_Match(Point3 a, Point3 b);
 // points themselves, closed by repeating the first when Closed. With `out`
 // it also fills out[0 .. result-1]. 0 when the polyline has fewer than 2 points.
 int Poly_PathPoints(const PolylineData* poly, Point3* out);
+// The same path as a vector.
+void Poly_Path(const PolylineData& poly, std::vector<Point3>& out);
 // The point of one uniform cubic B-spline span at t (0..1).
 Point3 BSpline_Point(Point3 q0, Point3 q1, Point3 q2, Point3 q3, double t);
 

@@ -19,11 +19,8 @@ namespace {
 
 const int64_t kMaxPathPoints = 1 << 24;   // samples of one path, whatever the record says
 
-Point3 Add(Point3 a, Point3 b) { return Point3{a.x + b.x, a.y + b.y, a.z + b.z}; }
-Point3 Sub(Point3 a, Point3 b) { return Point3{a.x - b.x, a.y - b.y, a.z - b.z}; }
-Point3 Mul(Point3 a, double k) { return Point3{a.x * k, a.y * k, a.z * k}; }
 double Dist(Point3 a, Point3 b) {
-    Point3 d = Sub(b, a);
+    Point3 d = Vec_Sub(b, a);
     return std::sqrt(d.x * d.x + d.y * d.y + d.z * d.z);
 }
 
@@ -42,10 +39,10 @@ void SpanControls(const PolylineData& p, int s, Point3 q[4]) {
         return;
     }
     int k = s;           // spans k = 0..count-2
-    q[0] = k == 0 ? Sub(Mul(P[0], 2), P[1]) : P[k - 1];
+    q[0] = k == 0 ? Vec_Sub(Vec_Scale(P[0], 2), P[1]) : P[k - 1];
     q[1] = P[k];
     q[2] = P[k + 1];
-    q[3] = k == n - 2 ? Sub(Mul(P[n - 1], 2), P[n - 2]) : P[k + 2];
+    q[3] = k == n - 2 ? Vec_Sub(Vec_Scale(P[n - 1], 2), P[n - 2]) : P[k + 2];
 }
 
 // Steps per span for a path, lowered when the record would ask for a path
@@ -57,15 +54,16 @@ int PathSteps(const PolylineData& p) {
     return (int)steps;
 }
 
-void Path(const PolylineData& p, std::vector<Point3>& out) {
+
+}  // namespace
+
+void Poly_Path(const PolylineData& p, std::vector<Point3>& out) {
     out.clear();
     int n = Poly_PathPoints(&p, nullptr);
     if (n <= 0) return;
     out.resize(n);
     Poly_PathPoints(&p, out.data());
 }
-
-}  // namespace
 
 Point3 BSpline_Point(Point3 q0, Point3 q1, Point3 q2, Point3 q3, double t) {
     auto one = [t](double c0, double c1, double c2, double c3) {
@@ -134,7 +132,7 @@ int Poly_PathPoints(const PolylineData* poly, Point3* out) {
 
 double Poly_Length(const PolylineData* poly) {
     std::vector<Point3> path;
-    Path(*poly, path);
+    Poly_Path(*poly, path);
     double len = 0;
     for (size_t i = 1; i < path.size(); i++) len += Dist(path[i - 1], path[i]);
     return len;
@@ -143,12 +141,12 @@ double Poly_Length(const PolylineData* poly) {
 Point3 Poly_PointAt(const PolylineData* poly, double s) {
     if (!poly || !poly->points || poly->count < 1) return Point3{0, 0, 0};
     std::vector<Point3> path;
-    Path(*poly, path);
+    Poly_Path(*poly, path);
     if (path.empty()) return poly->points[0];
     if (!(s > 0)) return path.front();   // also NaN
     for (size_t i = 1; i < path.size(); i++) {
         double d = Dist(path[i - 1], path[i]);
-        if (s <= d && d > 0) return Add(path[i - 1], Mul(Sub(path[i], path[i - 1]), s / d));
+        if (s <= d && d > 0) return Vec_Add(path[i - 1], Vec_Scale(Vec_Sub(path[i], path[i - 1]), s / d));
         s -= d;
     }
     return path.back();

@@ -17,19 +17,10 @@ namespace {
 const double kPi = 3.14159265358979323846;
 const double kDeg = 180.0 / kPi;
 
-Point3 Add(Point3 a, Point3 b) { return Point3{a.x + b.x, a.y + b.y, a.z + b.z}; }
-Point3 Sub(Point3 a, Point3 b) { return Point3{a.x - b.x, a.y - b.y, a.z - b.z}; }
 
 bool Closed(const PolylineData& p) { return (p.poly_flags & POLY_CLOSED) != 0; }
 bool Spline(const PolylineData& p) { return (p.poly_flags & POLY_BSPLINE) && p.count > 3; }
 
-void Path(const PolylineData& p, std::vector<Point3>& out) {
-    out.clear();
-    int n = Poly_PathPoints(&p, nullptr);
-    if (n <= 0) return;
-    out.resize(n);
-    Poly_PathPoints(&p, out.data());
-}
 
 // Angle in degrees brought into [0, 360), returned in radians.
 double NormRad(double rad) {
@@ -45,14 +36,14 @@ struct Axis {
 };
 
 Axis MakeAxis(const PolylineData& p) {
-    Point3 d = Sub(p.param2, p.param1);
+    Point3 d = Vec_Sub(p.param2, p.param1);
     double a = NormRad(std::atan2(d.y, d.x));
     double b = NormRad(std::atan2(d.z, std::sqrt(d.x * d.x + d.y * d.y)));
     return Axis{p.param1, std::cos(a), std::sin(a), std::cos(b), std::sin(b)};
 }
 
 Point3 Turn(const Axis& ax, Point3 p, double c, double s) {
-    Point3 q = Sub(p, ax.base);
+    Point3 q = Vec_Sub(p, ax.base);
     // Remove the heading (x-y), then the elevation (x-z): the axis lies along x.
     double x = q.x * ax.ca + q.y * ax.sa;
     double y = -q.x * ax.sa + q.y * ax.ca;
@@ -117,14 +108,14 @@ Point3 Revolution_Turn(const PolylineData* poly, Point3 p, double theta) {
 int Poly_DrawExtrusion(const PolylineData* poly) {
     if (!poly || !poly->points || poly->count < 2) return 0;
     const PolylineData& p = *poly;
-    const Point3 v = Sub(p.param2, p.param1);
+    const Point3 v = Vec_Sub(p.param2, p.param1);
     if (Output_Line(p.param1, p.param2)) return 1;
     if (Poly_DrawPlain(poly)) return 1;
     std::vector<Point3> path;
-    Path(p, path);
+    Poly_Path(p, path);
     for (size_t k = 1; k < path.size(); k++) {
         int mask = 2 | 4 | (k == 1 && !Closed(p) ? 8 : 0);
-        if (Output_Quad(path[k - 1], path[k], Add(path[k], v), Add(path[k - 1], v), mask)) return 1;
+        if (Output_Quad(path[k - 1], path[k], Vec_Add(path[k], v), Vec_Add(path[k - 1], v), mask)) return 1;
     }
     return 0;
 }
@@ -141,7 +132,7 @@ int Poly_DrawRevolution(const PolylineData* poly) {
     const bool full = p.angle != 0 && turns == std::floor(turns);   // last ring is the profile again
     const Axis ax = MakeAxis(p);
     std::vector<Point3> base, prev, cur;
-    Path(p, base);
+    Poly_Path(p, base);
     prev = base;
     cur.resize(base.size());
     for (int j = 1; j <= steps; j++) {
@@ -161,7 +152,7 @@ int Poly_DrawConeSweep(const PolylineData* poly) {
     const PolylineData& p = *poly;
     if (Poly_DrawPlain(poly)) return 1;
     std::vector<Point3> path;
-    Path(p, path);
+    Poly_Path(p, path);
     for (size_t k = 1; k < path.size(); k++) {
         int mask = 2 | (k == 1 && !Closed(p) ? 4 : 0);
         if (Output_Triangle(path[k - 1], path[k], p.param1, mask)) return 1;
@@ -212,7 +203,7 @@ int Poly_DrawPipe(const PolylineData* poly) {
     SweptPath(p, path, frac);
     std::vector<Point3> ring_a(sides + 1), ring_b(sides + 1);
     for (size_t k = 1; k < path.size(); k++) {
-        const Point3 A = path[k - 1], d = Sub(path[k], A);
+        const Point3 A = path[k - 1], d = Vec_Sub(path[k], A);
         const double L = std::sqrt(d.x * d.x + d.y * d.y + d.z * d.z);
         const double phi = std::atan2(d.z, d.x), psi = std::atan2(d.y, std::sqrt(d.x * d.x + d.z * d.z));
         const double cf = std::cos(phi), sf = std::sin(phi), cp = std::cos(psi), sp = std::sin(psi);
@@ -242,7 +233,7 @@ int Poly_DrawWall(const PolylineData* poly) {
     std::vector<double> frac;
     SweptPath(p, path, frac);
     for (size_t k = 1; k < path.size(); k++) {
-        const Point3 A = path[k - 1], d = Sub(path[k], A);
+        const Point3 A = path[k - 1], d = Vec_Sub(path[k], A);
         const double L = std::sqrt(d.x * d.x + d.z * d.z);
         const double phi = std::atan2(d.z, d.x), c = std::cos(phi), s = std::sin(phi);
         const Point3 local[4] = {{-t, 0, -t}, {L + t, 0, -t}, {L + t, 0, t}, {-t, 0, t}};

@@ -68,10 +68,6 @@ void Pov_WriteWall(const Object* object) {
 
 namespace {
 
-Point3 Sub(Point3 a, Point3 b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
-Point3 AddScaled(Point3 a, Point3 d, double k) { return {a.x + d.x * k, a.y + d.y * k, a.z + d.z * k}; }
-double Length(Point3 a) { return sqrt(a.x * a.x + a.y * a.y + a.z * a.z); }
-Point3 Mid(Point3 a, Point3 b) { return {(a.x + b.x) * 0.5, (a.y + b.y) * 0.5, (a.z + b.z) * 0.5}; }
 
 void Sphere(Point3 p, double r) {
     if (r == 0) return;
@@ -82,8 +78,8 @@ void Sphere(Point3 p, double r) {
 // The filler of a sharp bend at joint j between segment a-j and j-b: the
 // two cones, each carried past the joint by r * tan(bend / 2), intersected.
 void MitredBend(Point3 a, double ra, Point3 j, double rj, Point3 b, double rb) {
-    Point3 d1 = Sub(j, a), d2 = Sub(b, j);
-    double l1 = Length(d1), l2 = Length(d2);
+    Point3 d1 = Vec_Sub(j, a), d2 = Vec_Sub(b, j);
+    double l1 = Vec_Length(d1), l2 = Vec_Length(d2);
     if (l1 == 0 || l2 == 0) return;
     double c = (d1.x * d2.x + d1.y * d2.y + d1.z * d2.z) / (l1 * l2);
     c = c > 1 ? 1 : c < -1 ? -1 : c;
@@ -91,7 +87,7 @@ void MitredBend(Point3 a, double ra, Point3 j, double rj, Point3 b, double rb) {
     double k = tan(bend / 2);
     if (k > 10) k = 10;   // a pipe that turns back on itself
     double ext = rj * k;
-    Point3 e1 = AddScaled(j, d1, ext / l1), s2 = AddScaled(j, d2, -ext / l2);
+    Point3 e1 = Vec_AddScaled(j, d1, ext / l1), s2 = Vec_AddScaled(j, d2, -ext / l2);
     Pov_Indent();
     Pov_Printf("    intersection {");
     Pov_Indent();
@@ -148,12 +144,12 @@ void Patch(const PolylineData& m, const int rows[4], const int cols[4], const bo
     for (int r = 0; r < 4; r++)
         for (int c = 0; c < 4; c++) q[r][c] = m.points[rows[r] * (m.size_n + 1) + cols[c]];
     for (int c = 0; c < 4; c++) {
-        if (adjust[0]) q[0][c] = Mid(q[0][c], q[1][c]);
-        if (adjust[1]) q[3][c] = Mid(q[3][c], q[2][c]);
+        if (adjust[0]) q[0][c] = Vec_Mid(q[0][c], q[1][c]);
+        if (adjust[1]) q[3][c] = Vec_Mid(q[3][c], q[2][c]);
     }
     for (int r = 0; r < 4; r++) {
-        if (adjust[2]) q[r][0] = Mid(q[r][0], q[r][1]);
-        if (adjust[3]) q[r][3] = Mid(q[r][3], q[r][2]);
+        if (adjust[2]) q[r][0] = Vec_Mid(q[r][0], q[r][1]);
+        if (adjust[3]) q[r][3] = Vec_Mid(q[r][3], q[r][2]);
     }
     Pov_Indent();
     Pov_Printf("    bicubic_patch { type %d  flatness %g  u_steps %d  v_steps %d", g.config.Optimize_PovOut ? 0 : 1,

@@ -10,9 +10,7 @@
 
 typedef uint8_t u8;
 
-struct Point3 {
-    double x, y, z;
-};
+#include "scene/point3.h"
 
 enum ObjectKind : u8 {
     KIND_POLYLINE = 1,
