@@ -211,20 +211,38 @@ TEST_F(RawTest, ADotEveryTwentyOneTriangles) {
     EXPECT_NE(std::string::npos, Headless_Transcript().find("\nPlease wait..\nLast BLOCK: <noname>"));
 }
 
-TEST_F(RawTest, TriangleSelectedAndHighlightedWhileThePromptWaits) {
-    AddLayer("L", 7);
-    Answer({});   // no answer at all: the session ends at the insertion prompt
-    WriteFile(File("in.raw"), "0 0 0 1 0 0 0 1 0\n");
-    int selected = -1;
-    try {
-        Raw_Import(File("in.raw").c_str());
-    } catch (const Headless_InputExhausted&) {
-    }
-    selected = g.scene.Selected_Count;
-    // the interactive prompt stops here with the block still selected; the
-    // line stand-in answers the end of its input like Enter and places it
-    EXPECT_TRUE(selected == 1 || selected == 0) << selected;
-    EXPECT_EQ(1u, Triangles().size());
+TEST_F(RawTest, BlockDrawnHighlightedThenInItsLayerColour) {
+    g.config.colors.general_color = YELLOW;
+    g.config.colors.view_bkcolor = BLACK;
+    AddLayer("L", LGREEN);
+    Headless_ClearSegments();
+    ASSERT_EQ(1, Import("0 0 0 1 0 0 0 1 0\n", {"2,0,0"}));
+    std::vector<int> colours;
+    for (const Headless_Segment& seg : Headless_Segments())
+        if (colours.empty() || colours.back() != seg.colour) colours.push_back(seg.colour);
+    // read: highlighted; move: erased, drawn again in the layer's colour
+    EXPECT_EQ((std::vector<int>{YELLOW, BLACK, LGREEN}), colours);
+}
+
+TEST_F(RawTest, AWaitingKeyStopsALayerOfTheExport) {
+    Layer* a = AddLayer("A", 3);
+    Layer* b = AddLayer("B", 4);
+    g.scene.Current_Layer = a;
+    TriangleData t = Tri({0, 0, 0}, {1, 0, 0}, {0, 1, 0});
+    for (int i = 0; i < 1500; i++) Add_Triangle(&t);
+    g.scene.Current_Layer = b;
+    Add_Triangle(&t);
+    Headless_PushKey('x');
+    Raw_Export();
+    std::string text = ReadFile(File("scene.raw"));
+    EXPECT_EQ(1024 + 1, Count(text, "0 0 0 1 0 0 0 1 0\n"));   // A stops, B is written
+    EXPECT_NE(std::string::npos, text.find("\nB\n"));
+    EXPECT_NE(std::string::npos, Headless_Transcript().find(" Terminated...\nRAW file created"));
+    Headless_ClearInput();
+    Headless_ClearTranscript();
+    Dxf_Export();   // no key: everything
+    EXPECT_EQ(1501, Count(ReadFile(File("scene.dxf")), "3DFACE"));
+    EXPECT_EQ(std::string::npos, Headless_Transcript().find("Terminated"));
 }
 
 TEST_F(RawTest, MissingFileGivesZero) { EXPECT_EQ(0, Raw_Import(File("none.raw").c_str())); }
