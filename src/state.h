@@ -19,6 +19,8 @@
 #include "workfile/workfile.h"
 #include "gfx/screen.h"
 #include "pov/pov.h"
+#include "model/xform.h"
+#include "exchange/exchange.h"
 
 struct State {
     MemState mem;        // allocation hook and block count
@@ -36,6 +38,8 @@ struct State {
     WorkFileState workfile; // work-file writer status
     ScreenState screen;  // window metrics and the message column
     PovState writer;     // scene-file writer while it runs, texture library
+    XformState xform;    // transform engine: mode and points of the last walk
+    ExchangeState exchange; // DXF and RAW export and import
 };
 
 extern State g;

@@ -60,6 +60,32 @@ int Input_MatchKeyword(const char* list, const char* word) {
 
 void Input_SetMask(int flags) { g.input.inputMask = flags; }
 
+// The stand-in draws no rubber band; typed points are taken as absolute.
+void Input_SetRubberBand(const double*, const char*, const char*) {}
+
+namespace {
+
+// "x,y" or "x,y,z" typed at a prompt that accepts points.
+bool TypedPoint(const char* text, double* out) {
+    double v[3] = {0, 0, 0};
+    int n = 0;
+    const char* p = text;
+    while (n < 3) {
+        char* end;
+        v[n] = strtod(p, &end);
+        if (end == p) return false;
+        n++;
+        if (*end == '\0') break;
+        if (*end != ',') return false;
+        p = end + 1;
+    }
+    if (n < 2) return false;
+    if (out) memcpy(out, v, sizeof v);
+    return true;
+}
+
+}  // namespace
+
 void Input_SetKeywords(const char* keywords, int allowNumber, int allowString) {
     g.input.keywordsOn = keywords != nullptr;
     snprintf(g.input.keywordText, sizeof g.input.keywordText, "%s", keywords ? keywords : "");
@@ -67,7 +93,7 @@ void Input_SetKeywords(const char* keywords, int allowNumber, int allowString) {
     g.input.allowString = allowString;
 }
 
-int Input_Get(const char* prompt, double* /*pointOut*/) {
+int Input_Get(const char* prompt, double* pointOut) {
     InputResultRec& r = g.input.InputResult;
     snprintf(g.input.promptText, sizeof g.input.promptText, "%s", prompt);
     int result = 1;
@@ -92,6 +118,10 @@ int Input_Get(const char* prompt, double* /*pointOut*/) {
         if (int code = Command_Lookup(r.text); code > 0) {
             r.code = code;
             result = 0;
+            break;
+        }
+        if (!(g.input.inputMask & 1) && g.input.currentCommand != 0 && TypedPoint(r.text, pointOut)) {
+            r.kind = 0;
             break;
         }
         char* end;

@@ -22,6 +22,9 @@ struct InputState {
 
 void Input_SetMask(int flags);
 void Input_SetKeywords(const char* keywords, int allowNumber, int allowString);
+// Rubber band for the next Input_Get from basePoint (3 doubles): shape
+// "LINE", "RECT", "CIRCLE", or an object drag with the transform's name.
+void Input_SetRubberBand(const double* basePoint, const char* shapeName, const char* transformName);
 // Asks `prompt`; 0 when another command code replaced the input, else 1.
 // The answer is in g.input.InputResult.
 int Input_Get(const char* prompt, double* pointOut);

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "exchange/exchange.h"
 #include "input/message.h"
 #include "pov/pov.h"
 #include "state.h"
@@ -114,13 +115,19 @@ OutputConsumer Output_DefaultConsumer(int mode) {
         case OUTPUT_POV:
             c.triangle = PovTriangle;
             break;
+        case OUTPUT_DXF:   // 3DFACE entities: facets with their corners
+            c.facet = Dxf_Facet;
+            break;
+        case OUTPUT_RAW:   // triangle lines: quads arrive split (0,1,2), (2,3,0)
+            c.triangle = Raw_Triangle;
+            break;
         case OUTPUT_EXPLODE:
             c.facet = ExplodeFacet;
             c.grid_begin = ExplodeGridBegin;
             c.grid_point = ExplodeGridPoint;
             c.grid_end = ExplodeGridEnd;
             break;
-        default:   // filled by the scene-file, DXF, RAW and shade writers
+        default:   // filled by the shaded view
             break;
     }
     return c;

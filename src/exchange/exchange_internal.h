@@ -1,0 +1,20 @@
+// exchange_internal.h - helpers shared by the DXF and RAW readers and writers.
+#pragma once
+#include <cstddef>
+#include <cstdio>
+
+// WORK_DIR + "/" + workFileName + ext into path; the shown name (without
+// the directory) into name.
+void Exchange_ExportPath(const char* ext, char* path, size_t path_size, char* name,
+                         size_t name_size);
+
+// One line of at most size - 1 characters without its newline (and a
+// carriage return before it); a longer line is split, its rest is the next
+// line. 0 at the end of the file.
+int Exchange_ReadLine(FILE* f, char* buf, int size);
+
+// Number text as an int, kept inside -2147483647..2147483647 (junk and NaN
+// give 0).
+int Exchange_Int(const char* text);
+// Number text as a double; 0 when it is not a finite number.
+int Exchange_Double(const char* text, double* out);

@@ -1,0 +1,91 @@
+// exchange_test_util.h - fixture for the DXF and RAW tests: a fresh state,
+// the headless screen, a temporary work directory, answers for the prompt
+// and small scene helpers.
+//
+// Answers are given to both prompts the program may have: the interactive
+// one reads the headless input queue, the line stand-in reads standard
+// input; each sees the same answers in the same order.
+#pragma once
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "e2e/process.h"
+#include "exchange/exchange.h"
+#include "headless_session.h"
+#include "state.h"
+
+// An answer that replaces the prompt's input by a command (Ctrl-C on the
+// interactive prompt, a command name on the stand-in).
+inline const char* const kCancel = "\x03";
+
+class ExchangeTest : public HeadlessTest {
+  protected:
+    void SetUp() override {
+        HeadlessTest::SetUp();
+        snprintf(g.config.WORK_DIR, sizeof g.config.WORK_DIR, "%s", dir_.path().c_str());
+        snprintf(g.run.workFileName, sizeof g.run.workFileName, "scene");
+        g.input.currentCommand = 120;   // prompts answer as inside a command
+        Answer({});
+    }
+    void TearDown() override {
+        if (!freopen("/dev/null", "r", stdin)) ADD_FAILURE() << "stdin not restored";
+        HeadlessTest::TearDown();
+    }
+
+    // Replaces all pending answers by `lines`.
+    void Answer(const std::vector<std::string>& lines) {
+        Headless_ClearInput();
+        std::string text;
+        for (const std::string& l : lines) {
+            if (l == kCancel) {
+                Headless_PushKey(3);
+                text += "NEW\n";
+            } else {
+                Headless_PushText((l + "\n").c_str());
+                text += l + "\n";
+            }
+        }
+        WriteFile(dir_.file("answers.txt"), text);
+        if (!freopen(dir_.file("answers.txt").c_str(), "r", stdin)) ADD_FAILURE() << "no answers file";
+    }
+
+    std::string File(const std::string& name) const { return dir_.file(name); }
+
+    static Layer* AddLayer(const char* name, int colour, int on = 1) {
+        Layer* l = Layer_Append();
+        snprintf(l->name, sizeof l->name, "%s", name);
+        l->color = colour;
+        l->on = on;
+        return l;
+    }
+
+    static Layer* FindLayer(const char* name) {
+        for (Layer* l = g.scene.First_Layer; l; l = l->next)
+            if (strcasecmp(l->name, name) == 0) return l;
+        return nullptr;
+    }
+
+    static int CountKind(const Layer* l, int kind) {
+        int n = 0;
+        for (const Object* o = l ? l->first_object : nullptr; o; o = o->next) n += o->kind == kind;
+        return n;
+    }
+
+    static std::vector<const Object*> Objects(const Layer* l) {
+        std::vector<const Object*> v;
+        for (const Object* o = l ? l->first_object : nullptr; o; o = o->next) v.push_back(o);
+        return v;
+    }
+
+    static RunResult Python(const std::string& script) {
+        RunOptions opt;
+        opt.timeout_s = 60;
+        return RunProcess({"/usr/bin/python3", "-c", script}, opt);
+    }
+
+    TempDir dir_;
+};
+
+inline FaceData Face(Point3 a, Point3 b, Point3 c, Point3 d) { return FaceData{{a, b, c, d}}; }
+inline TriangleData Tri(Point3 a, Point3 b, Point3 c) { return TriangleData{{a, b, c}}; }

@@ -1,0 +1,140 @@
+// xform_test.cpp - selection marks and the transform engine's move and erase.
+#include "headless_session.h"
+#include "input/selection.h"
+#include "model/xform.h"
+
+namespace {
+
+class XformTest : public HeadlessTest {
+  protected:
+    void SetUp() override {
+        HeadlessTest::SetUp();
+        on_ = Layer_Append();
+        off_ = Layer_Append();
+        off_->on = 0;
+        g.scene.Current_Layer = on_;
+    }
+    Object* AddTri(Layer* l, double x) {
+        g.scene.Current_Layer = l;
+        TriangleData t{{{x, 0, 0}, {x + 1, 0, 0}, {x, 1, 0}}};
+        return Add_Triangle(&t);
+    }
+    Layer* on_;
+    Layer* off_;
+};
+
+TEST_F(XformTest, SetSelectedCountsChangesOnly) {
+    Object* a = AddTri(on_, 0);
+    Object_SetSelected(a, 1, on_);
+    Object_SetSelected(a, 1, on_);
+    EXPECT_EQ(1, g.scene.Selected_Count);
+    EXPECT_EQ(1, a->selected);
+    Object_SetSelected(a, 0, on_);
+    Object_SetSelected(a, 0, on_);
+    EXPECT_EQ(0, g.scene.Selected_Count);
+    EXPECT_EQ(0, a->selected);
+}
+
+TEST_F(XformTest, SetSelectedDrawsInTheHighlightColour) {
+    g.config.colors.general_color = YELLOW;
+    Object* a = AddTri(on_, 0);
+    Headless_ClearSegments();
+    Object_SetSelected(a, 1, on_);
+    ASSERT_FALSE(Headless_Segments().empty());
+    for (const Headless_Segment& s : Headless_Segments()) EXPECT_EQ(YELLOW, s.colour);
+    on_->color = g.config.colors.view_bkcolor;   // drawn in 0 instead of the background
+    Headless_ClearSegments();
+    Object_SetSelected(a, 0, on_);
+    ASSERT_FALSE(Headless_Segments().empty());
+    for (const Headless_Segment& s : Headless_Segments()) EXPECT_EQ(0, s.colour);
+}
+
+TEST_F(XformTest, EraseFreesTheSelectionOfVisibleLayers) {
+    Object* a = AddTri(on_, 0);
+    Object* b = AddTri(on_, 1);
+    Object* c = AddTri(on_, 2);
+    Object* d = AddTri(on_, 3);
+    Object* hidden = AddTri(off_, 4);
+    long blocks = g.mem.live_blocks;
+    for (Object* o : {a, c, d}) Object_SetSelected(o, 1, on_);
+    Object_SetSelected(hidden, 1, off_);
+    EXPECT_EQ(4, g.scene.Selected_Count);
+    EXPECT_EQ(1, Xform_Run({0, 0, 0}, {0, 0, 0}, XFORM_ERASE));
+    EXPECT_EQ(1, g.scene.Selected_Count);   // the object of the off layer stays selected
+    EXPECT_EQ(b, on_->first_object);
+    EXPECT_EQ(nullptr, b->next);
+    EXPECT_EQ(nullptr, b->prev);
+    EXPECT_EQ(hidden, off_->first_object);
+    EXPECT_EQ(blocks - 6, g.mem.live_blocks);   // three records and three nodes
+}
+
+TEST_F(XformTest, MoveEveryKind) {
+    Object* tri = AddTri(on_, 0);
+    FaceData f{{{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}}};
+    Object* face = Add_Face(&f);
+    PolylineData ext = Poly_Default();
+    Point3 pts[2] = {{0, 0, 0}, {1, 0, 0}};
+    ext.points = pts;
+    ext.count = 2;
+    ext.form = FORM_EXTRUSION;
+    ext.param1 = {0, 0, 0};
+    ext.param2 = {0, 0, 1};
+    Object* poly = Poly_AddToScene(&ext);
+    PolylineData pipe = ext;
+    pipe.form = FORM_POLY_PIPE;
+    pipe.param1 = {0.1, 0.2, 0};   // radii, not a point
+    Object* pipe_obj = Poly_AddToScene(&pipe);
+    PrimitiveData p = Primitive_Default();
+    p.prim_type = PRIM_SPHERE;
+    p.translate = {1, 1, 1};
+    Object* prim = Add_Primitive(&p);
+    LightData l = Light_Default();
+    l.position = {0, 5, 0};
+    l.point_at = {0, 0, 0};
+    Object* light = Add_Light(&l);
+    for (Object* o : {tri, face, poly, pipe_obj, prim, light}) Object_SetSelected(o, 1, on_);
+
+    Headless_ClearTranscript();
+    Xform_Run({1, 1, 1}, {3, 0, 1}, XFORM_MOVE);   // delta (2, -1, 0)
+    EXPECT_EQ("\nPlease wait...", Headless_Transcript());
+    EXPECT_EQ(2, g.xform.xform_delta.x);
+    EXPECT_EQ(-1, g.xform.xform_delta.y);
+    EXPECT_EQ(3, ((TriangleData*)tri->data)->corner[1].x);
+    EXPECT_EQ(0, ((FaceData*)face->data)->corner[3].y);
+    const PolylineData* e = (const PolylineData*)poly->data;
+    EXPECT_EQ(3, e->points[1].x);
+    EXPECT_EQ(-1, e->param2.y);
+    EXPECT_EQ(1, e->param2.z);
+    const PolylineData* pp = (const PolylineData*)pipe_obj->data;
+    EXPECT_EQ(0.1, pp->param1.x);
+    EXPECT_EQ(0.2, pp->param1.y);
+    EXPECT_EQ(2, pp->points[0].x);
+    EXPECT_EQ(3, ((PrimitiveData*)prim->data)->translate.x);
+    EXPECT_EQ(4, ((LightData*)light->data)->position.y);
+    EXPECT_EQ(-1, ((LightData*)light->data)->point_at.y);
+    EXPECT_EQ(0, g.scene.Selected_Count);   // Auto_Deselect is on by default
+}
+
+TEST_F(XformTest, MoveKeepsTheSelectionWithoutAutoDeselect) {
+    g.aids.Auto_Deselect = 0;
+    Object* a = AddTri(on_, 0);
+    Object* b = AddTri(on_, 5);
+    Object_SetSelected(a, 1, on_);
+    Xform_Run({0, 0, 0}, {0, 0, 2}, XFORM_MOVE);
+    EXPECT_EQ(1, g.scene.Selected_Count);
+    EXPECT_EQ(1, a->selected);
+    EXPECT_EQ(2, ((TriangleData*)a->data)->corner[0].z);
+    EXPECT_EQ(0, ((TriangleData*)b->data)->corner[0].z);   // not selected: unchanged
+}
+
+TEST_F(XformTest, NothingSelectedChangesNothing) {
+    Object* a = AddTri(on_, 0);
+    Object* hidden = AddTri(off_, 0);
+    Object_SetSelected(hidden, 1, off_);
+    Xform_Run({0, 0, 0}, {1, 1, 1}, XFORM_MOVE);
+    EXPECT_EQ(0, ((TriangleData*)a->data)->corner[0].x);
+    EXPECT_EQ(0, ((TriangleData*)hidden->data)->corner[0].x);
+    EXPECT_EQ(1, hidden->selected);
+}
+
+}  // namespace
