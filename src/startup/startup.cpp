@@ -20,6 +20,7 @@
 #include "input/status_line.h"
 #include "state.h"
 #include "ui/field.h"
+#include "view/view_commands.h"
 #include "workfile/workfile.h"
 
 namespace {
@@ -91,6 +92,7 @@ const char* SetFatalMessage(const char* text) {
 
 void Shutdown() {
     Scene_Clear();
+    Zoom_FreeAll();
     X11_MouseReset();
     unlink("texture.tmp");
     fflush(stdout);

@@ -6,6 +6,7 @@
 #include "view/viewport.h"
 
 #include "state.h"
+#include "view/view_commands.h"
 
 namespace {
 
@@ -111,7 +112,8 @@ void Views_SelectSlot(int n) {
     g.view.Current_Viewport = n;
 }
 
-// Rearranges the slots; redrawing and the zoom stacks are the caller's.
+// Rearranges the slots, then (unless suppressed) starts every zoom stack
+// afresh and redraws.
 void Views_SetLayout(int n, int keep) {
     ViewState& v = g.view;
     n = ClampInt(n, 1, 7);
@@ -127,6 +129,9 @@ void Views_SetLayout(int n, int keep) {
     if (!keep) v.Current_Viewport = 1;
     v.Active_Viewport = v.Viewports[ClampInt(v.Current_Viewport, 1, 4)];
     v.Viewport_Layout = n;
+    if (v.suppress_redraw) return;
+    Zoom_ResetAll();
+    Views_RedrawAll();
 }
 
 // The start-up views: a camera at (0, 5, -20) looking at the origin with Y up
@@ -154,5 +159,9 @@ void Views_Reset() {
 
     v.Current_Viewport = 1;
     v.Active_Viewport = v.Viewports[1];
+    int keep = v.suppress_redraw;
+    v.suppress_redraw = 1;   // nothing to draw on yet: the frame comes next
     Views_SetLayout(6, 1);
+    v.suppress_redraw = keep;
+    Zoom_ResetAll();
 }

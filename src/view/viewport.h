@@ -103,6 +103,26 @@ struct Viewport {
 // Builds a record with every default of View_Init (usable in initialisers).
 Viewport View_Initial();
 
+// An affine map p -> m p + t: the layer transforms of the layers being drawn.
+struct ViewXform {
+    double m[3][3];
+    Point3 t;
+};
+
+// One saved view of a slot's zoom stack (oldest first).
+struct ZoomNode {
+    ZoomNode* next;
+    ZoomNode* prev;
+    int VIEW;
+    int WORLD;
+    double AREA;
+    double PITCH;
+    double HEADING;
+    Point3 centre;
+};
+
+enum { VIEW_XFORM_MAX = 32 };   // nesting plus instancing deeper than this is drawn untransformed
+
 struct ViewState {
     Viewport Active_Viewport = View_Initial();  // the working record every command reads
     Viewport Viewports[5] = {View_Initial(), View_Initial(), View_Initial(), View_Initial(),
@@ -130,6 +150,14 @@ struct ViewState {
     int poll_mouse_x = 0;           // mouse state when interruptible drawing began
     int poll_mouse_y = 0;
     int poll_mouse_buttons = 0;
+    ViewXform xform[VIEW_XFORM_MAX] = {};  // [k]: layer transforms of levels 0..k composed
+    int xform_depth = 0;            // entries of xform in use; 0 = points drawn as they are
+    int user_interrupt = 0;         // the user asked to stop drawing (Scene_DrawObjects)
+    int marker_pending = 0;         // a last-point cross is drawn after the objects
+    Point3 marker_point{0, 0, 0};   // world point of that cross
+    ZoomNode* zoom_first[5] = {};   // zoom stack of each slot 1..4: oldest node ...
+    ZoomNode* zoom_last[5] = {};    // ... and newest node
+    int drag_active = 0;            // an interactive drag is running
 };
 
 // --- record set-up and setters (viewport.cpp) ---
