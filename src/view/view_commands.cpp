@@ -294,15 +294,18 @@ int View_Drag(int bits) {
     for (;;) {
         int x, y, b;
         X11_ReadMouse(&x, &y, &b);
+        bool moved = x != lastX || y != lastY;
+        if (moved) {   // the release position counts too
+            lastX = x;
+            lastY = y;
+            if (vp->VIEW == VIEW_3D) Drag3D(s, bits, x - s.cx, y - s.cy);
+            else DragFlat(s, bits, x - s.cx, y - s.cy);
+        }
         if (!b) break;
-        if (x == lastX && y == lastY) {
+        if (!moved) {
             X11_WaitEvent();
             continue;
         }
-        lastX = x;
-        lastY = y;
-        if (vp->VIEW == VIEW_3D) Drag3D(s, bits, x - s.cx, y - s.cy);
-        else DragFlat(s, bits, x - s.cx, y - s.cy);
         View_Draw(vp);
         X11_SetWriteMode(GFX_COPY);
         Scene_DrawObjectsInterruptible();

@@ -1,6 +1,7 @@
 // view_scene.h - small scenes and screen probes shared by the drawing, zoom
 // and view-command tests.
 #pragma once
+#include <cmath>
 #include <vector>
 
 #include "gfx/headless/headless.h"
@@ -54,4 +55,50 @@ inline int SlotAt(double x, double y, int slots) {
             return s;
     }
     return 0;
+}
+
+// A few primitives and a polyline surface in two layers.
+inline void BuildSmallScene() {
+    Layer* solids = AddLayer(LGREEN);
+    (void)solids;
+    PrimitiveData s = Primitive_Default();
+    s.prim_type = PRIM_SPHERE;
+    s.p1 = 2;
+    s.translate = {-4, 2, 0};
+    Add_Primitive(&s);
+    PrimitiveData b = Primitive_Default();
+    b.prim_type = PRIM_BOX;
+    b.size = {2, 2, 2};
+    b.translate = {3, 0, -5};
+    Add_Primitive(&b);
+    PrimitiveData c = Primitive_Default();
+    c.prim_type = PRIM_CONE;
+    c.p1 = 1.5;
+    c.p2 = 0;
+    c.p3 = 3;
+    c.translate = {4, 0, 3};
+    Add_Primitive(&c);
+    PrimitiveData t = Primitive_Default();
+    t.prim_type = PRIM_TORUS;
+    t.p1 = 2.5;
+    t.p2 = 0.5;
+    t.translate = {0, 0.5, 0};
+    Add_Primitive(&t);
+
+    AddLayer(LCYAN);
+    const int M = 10, N = 10;
+    static Point3 pts[(M + 1) * (N + 1)];
+    for (int i = 0; i <= M; i++)
+        for (int j = 0; j <= N; j++) {
+            double x = -7 + 14.0 * j / N, z = -7 + 14.0 * i / M;
+            pts[i * (N + 1) + j] = {x, -2 + 0.8 * std::sin(x * 0.7) * std::cos(z * 0.5), z};
+        }
+    PolylineData mesh = Poly_Default();
+    mesh.form = FORM_POLY_MESH;
+    mesh.poly_flags = 0;
+    mesh.size_m = M;
+    mesh.size_n = N;
+    mesh.count = (M + 1) * (N + 1);
+    mesh.points = pts;
+    Poly_AddToScene(&mesh);
 }
