@@ -22,6 +22,7 @@
 namespace {
 
 const double RAD_PER_DEG = 3.141592653589793 / 180.0;
+const double DRAG_POLL_INTERVAL = 0.002;   // seconds: a drag stops drawing within about this
 
 double Dot(Point3 a, Point3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
 Point3 Add(Point3 a, Point3 b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
@@ -290,6 +291,8 @@ int View_Drag(int bits) {
     DragStart s{*vp, vp->CAM, vp->TAR, vp->FOV, v.screen_width / 2.0, v.screen_height / 2.0};
     X11_WarpMouse((int)s.cx, (int)s.cy);
     v.drag_active = 1;
+    double keep_interval = v.poll_interval;
+    v.poll_interval = DRAG_POLL_INTERVAL;
     int lastX = (int)s.cx, lastY = (int)s.cy;
     for (;;) {
         int x, y, b;
@@ -312,6 +315,7 @@ int View_Drag(int bits) {
         X11_Flush();
     }
     v.drag_active = 0;
+    v.poll_interval = keep_interval;
     SaveZoom();
     View_Refresh();
     return 1;
