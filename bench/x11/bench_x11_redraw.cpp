@@ -151,6 +151,7 @@ int main() {
     Screen_Open(18);
     Screen_DrawFrame();
     Views_SetScreen(g.screen.width, g.screen.height, SCREEN_LINE, g.screen.inputLineY);
+    Views_SetAreaWidth(g.screen.sideMenuX);
     Views_Reset();
     std::vector<Point3> pts = Walks();
     BuildScene(pts);

@@ -21,7 +21,7 @@ LayoutFrame Frame() {
     LayoutFrame f;
     f.T = g.view.area_top;
     f.B = g.view.area_bottom - 1;
-    f.R = g.view.screen_width - 1;
+    f.R = g.view.area_width - 1;
     f.mx = f.R / 2;
     f.my = f.T + (f.B - f.T) / 2;
     f.cw = (int)(f.R / 3.5);
@@ -85,7 +85,10 @@ void Views_SetScreen(int width, int height, int area_top, int area_bottom) {
     v.screen_height = height > 1 ? height : 1;
     v.area_top = ClampInt(area_top, 0, v.screen_height);
     v.area_bottom = ClampInt(area_bottom, v.area_top, v.screen_height);
+    v.area_width = v.screen_width;
 }
+
+void Views_SetAreaWidth(int x) { g.view.area_width = ClampInt(x, 1, g.view.screen_width); }
 
 int Views_LayoutRect(int n, int slot, double rect[4]) {
     if (n < 1 || n > 7 || slot < 1 || slot > 4) return 0;

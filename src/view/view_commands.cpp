@@ -247,7 +247,7 @@ int Views_ToggleMaximise() {
         return 1;
     }
     v.saved_layout = v.Viewport_Layout;
-    View_SetRect(&v.Active_Viewport, 0, v.area_top, v.screen_width - 1, v.area_bottom - 1);
+    View_SetRect(&v.Active_Viewport, 0, v.area_top, v.area_width - 1, v.area_bottom - 1);
     v.Viewport_Layout = 1;
     Views_StoreActive();
     Views_RedrawAll();

@@ -336,7 +336,7 @@ void View_Refresh() {
 void Views_RedrawAll() {
     ViewState& v = g.view;
     Views_StoreActive();
-    Screen_Fill(Colours().view_bkcolor, 0, v.area_top, v.screen_width - 1, v.area_bottom - 1);
+    Screen_Fill(Colours().view_bkcolor, 0, v.area_top, v.area_width - 1, v.area_bottom - 1);
     if (v.Viewport_Layout <= 1) {
         View_Refresh();
         return;

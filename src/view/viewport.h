@@ -143,6 +143,7 @@ struct ViewState {
     int screen_height = 480;
     int area_top = 15;              // drawing area: first pixel row (below the menu bar)
     int area_bottom = 435;          // drawing area: row below the last (input line starts here)
+    int area_width = 640;           // drawing area: columns 0..area_width - 1 (left of the side menu)
     Point3 last_point{0, 0, 0};     // world point of the last pen move or line
     Point3 prev_point{0, 0, 0};     // the last point before that
     int interruptible = 0;          // every viewport draws as in LINE_INTERRUPTIBLE
@@ -197,6 +198,9 @@ void Views_SetFov(double deg);
 // --- layouts and slots (layout.cpp) ---
 // Sets the screen size and the drawing area rows used by layouts and clamping.
 void Views_SetScreen(int width, int height, int area_top, int area_bottom);
+// Narrows the drawing area to the columns left of x (the side menu); the
+// screen size used for clamping and the 3D view stays.
+void Views_SetAreaWidth(int x);
 // Rectangle (left, top, right, bottom) of `slot` (1..4) in layout n (1..7);
 // 0 when the layout does not use that slot.
 int Views_LayoutRect(int n, int slot, double rect[4]);

@@ -1,6 +1,9 @@
 // view_scene_test.cpp - a whole scene on screen: the four-viewport picture
 // and the views a work file brings back.
+#include <chrono>
 #include <cstdlib>
+#include <filesystem>
+#include <thread>
 #include <string>
 #include <vector>
 
@@ -19,7 +22,11 @@ std::vector<unsigned char> DrawingArea() {
 }
 
 // Start-up views (slot 1 a turned FRONT, then TOP, RIGHT, FRONT) in layout 6.
+// The program's geometry: viewports end at the side menu (x 568), so R is
+// 567, mx 283 and the right-hand slots start at x 285.
 TEST_F(ViewScene, FourViewportsShowTheScene) {
+    Views_SetAreaWidth(g.screen.sideMenuX);
+    ASSERT_EQ(g.screen.sideMenuX, 568);
     Views_Reset();
     BuildSmallScene();
     Views_RedrawAll();
@@ -40,9 +47,11 @@ TEST_F(ViewScene, FourViewportsShowTheScene) {
     Views_RedrawAll();
     int text = g.config.colors.view_text;
     EXPECT_EQ(Headless_ReadText(6, 21, 3, text), "TOP");
-    EXPECT_EQ(Headless_ReadText(326, 21, 5, text), "RIGHT");
+    EXPECT_EQ(Headless_ReadText(290, 21, 5, text), "RIGHT");
     EXPECT_EQ(Headless_ReadText(6, 231, 5, text), "FRONT");
-    EXPECT_EQ(Headless_ReadText(326, 231, 13, text), "WORLD [FRONT]");
+    EXPECT_EQ(Headless_ReadText(290, 231, 13, text), "WORLD [FRONT]");
+    // The side-menu column is left alone.
+    EXPECT_EQ(CountColour(568, 15, 639, 434, g.config.colors.view_bkcolor), 0);
 }
 
 TEST_F(ViewScene, WorkFileBringsBackTheSameViews) {
@@ -75,6 +84,80 @@ TEST_F(ViewScene, WorkFileBringsBackTheSameViews) {
     EXPECT_EQ(differ, 0u);
     EXPECT_EQ(Zoom_Depth(2), 1);   // the loaded views start their zoom stacks afresh
     EXPECT_EQ(g.view.zoom_first[2]->AREA, 12);
+}
+
+}  // namespace
+
+namespace {
+
+// The real program under Xvfb opens a saved scene and shows the same
+// drawing area as the headless display drew before saving (titles off: the
+// two backends have different fonts).
+TEST(ViewSceneProgram, LoadedWorkFileShowsTheSavedViews) {
+    XvfbServer xvfb("1280x1024x24");
+    if (!xvfb.ok()) GTEST_SKIP() << "Xvfb did not start";
+    TempDir tmp;
+    State_Reset();
+    Headless_Reset();
+    Screen_Open(18);
+    Views_SetScreen(g.screen.width, g.screen.height, SCREEN_LINE, g.screen.inputLineY);
+    Views_SetAreaWidth(g.screen.sideMenuX);
+    Views_Reset();
+    BuildSmallScene();
+    for (int slot = 1; slot <= 4; slot++) g.view.Viewports[slot].title_on = 0;
+    g.view.Active_Viewport.title_on = 0;
+    Views_SelectSlot(3);
+    View_SetArea(&g.view.Active_Viewport, 14);
+    Views_SelectSlot(1);
+    Views_RedrawAll();
+    ASSERT_EQ(Headless_DumpPNG(tmp.file("saved.png").c_str()), 1);
+    // The program cuts the work-file path at its first ".", and temporary
+    // directory names have one: the work directory is a dot-free one.
+    char work[] = "/tmp/qmrviewXXXXXX";
+    ASSERT_NE(mkdtemp(work), nullptr);
+    std::string workDir = work;
+    ASSERT_EQ(WorkFile_Save((workDir + "/scene.qmr").c_str()), 1);
+    Headless_Reset();
+    State_Reset();
+
+    std::string ini = "[DIRECTORIES]\n";
+    for (const char* key : {"qmrmain", "support", "povray", "scenes", "pov_out", "library"})
+        ini += std::string(key) + " = " + tmp.path() + "\n";
+    ini += "qmrwork = " + workDir + "\n[END]\n";
+    WriteFile(tmp.file("qmr.ini"), ini);
+    WriteFile(tmp.file("main.mnu"), "");
+    WriteFile(tmp.file("side.mnu"), "");
+    RunResult run;
+    std::thread program([&] {
+        RunOptions o;
+        o.cwd = tmp.path();
+        o.env["DISPLAY"] = xvfb.display();
+        o.env["QMR_TRANSCRIPT"] = tmp.file("transcript.txt");
+        run = RunProcess({"sh", "-c", std::string("sleep 3 | ") + QMR_BINARY + " scene"}, o);
+    });
+    RunOptions x;
+    x.env["DISPLAY"] = xvfb.display();
+    bool found = false;
+    for (int i = 0; i < 100 && !found; i++) {
+        found = RunProcess({"xdotool", "search", "--name", "Quillmoor Sculptor"}, x).status == 0;
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(1000));
+    RunProcess({"sh", "-c", "xwd -root -silent > " + tmp.file("s.xwd")}, x);
+    // Drawing area only: columns 0..567, rows 15..434 of the window (its inside
+    // starts at 1, 1 of the root).
+    RunProcess({"convert", "xwd:" + tmp.file("s.xwd"), "-crop", "568x420+1+16", "+repage",
+                tmp.file("shown.png")}, x);
+    RunProcess({"convert", tmp.file("saved.png"), "-crop", "568x420+0+15", "+repage",
+                tmp.file("saved_area.png")}, x);
+    RunResult diff = RunProcess({"compare", "-metric", "AE", tmp.file("saved_area.png"),
+                                 tmp.file("shown.png"), "null:"}, x);
+    program.join();
+    std::filesystem::remove_all(workDir);
+    if (const char* keep = getenv("QMR_KEEP_SCREENSHOT"))
+        RunProcess({"sh", "-c", "cp " + tmp.file("shown.png") + " " + tmp.file("saved_area.png") + " " + keep}, {});
+    ASSERT_TRUE(found);
+    EXPECT_EQ(diff.out, "0") << run.out << ReadFile(tmp.file("transcript.txt"));
 }
 
 }  // namespace
