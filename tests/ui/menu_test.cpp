@@ -219,7 +219,7 @@ TEST(SupportFiles, EveryEntryResolvesAndEveryCodeHasAName) {
     for (int t : targets) EXPECT_TRUE(menus.count(t)) << "menu " << t;
     for (int m : {1000, 1010, 1512}) EXPECT_TRUE(menus.count(m)) << "menu " << m;
     for (int c : codes)   // 404 does nothing: a name is enough
-        if (c != 404) EXPECT_TRUE(reached.count(c)) << "code " << c << " is in no menu";
+        EXPECT_TRUE(c == 404 || reached.count(c)) << "code " << c << " is in no menu";
     State_Reset();
 }
 
