@@ -216,7 +216,6 @@ int MouseStep(int x, int y, int buttons) {
 const char* OnOff(int v) { return v ? "ON" : "OFF"; }
 
 int KeyCoords(int mode, const char* text) {
-    g.input.cursorHidden = 1;
     g.aids.coordsMode = mode;
     Msg_Printf("%s", text);
     return kReprompt;

@@ -61,6 +61,33 @@ TEST_F(CommandLoopTest, TransparentCommandReturnsToTheSamePrompt) {
     EXPECT_EQ(g.input.InputResult.lastCode, 213);
 }
 
+TEST_F(CommandLoopTest, CancelInsideATransparentCommandReturnsToTheOuterPrompt) {
+    Command_Register(402, FakeZoom, 1);
+    Headless_PushText("CIRCLE\n1,1\nzoom\n");
+    Headless_PushKey(3);
+    Headless_PushText("5\n");
+    EXPECT_FALSE(RunLoop());
+    EXPECT_NE(Headless_Transcript().find("\nZOOM> Window or All: *cancel* \nCIRCLE> Set Radius: \nCommand: "),
+              std::string::npos) << Headless_Transcript();
+    ASSERT_EQ(Answers().size(), 3u);
+    EXPECT_EQ(Answers()[1].ok, 0);
+    EXPECT_DOUBLE_EQ(Answers()[2].number, 5);
+}
+
+TEST_F(CommandLoopTest, FunctionKeysSwitchAidsAndPromptAgain) {
+    Headless_PushKey(KEY_F(3));
+    Headless_PushKey(KEY_F(5));
+    Headless_PushKey(KEY_F(8));
+    Headless_PushKey(KEY_F(10));
+    EXPECT_FALSE(RunLoop());
+    EXPECT_EQ(Headless_Transcript(), "\nCommand: \nSwitching to POLAR coordinates\nCommand: \nGRID = OFF"
+                                     "\nCommand: \nTEXT = OFF\nCommand: ");
+    EXPECT_EQ(g.aids.coordsMode, 3);
+    EXPECT_EQ(g.view.Active_Viewport.GRID, 0);
+    EXPECT_EQ(g.aids.orthoOn, 1);
+    for (int i = 1; i <= 4; i++) EXPECT_EQ(g.view.Viewports[i].title_on, 0) << i;
+}
+
 TEST_F(CommandLoopTest, ViewKindFromTheMenuInsideAPromptKeepsThePrompt) {
     Headless_PushText("CIRCLE\n1,1\n");
     PickMenu(423);   // TOP
