@@ -7,6 +7,8 @@ State g;
 void State_Reset() {
     Scene_Clear();
     Zoom_FreeAll();
+    MenuBar_Free(&g.menus.bar);
+    SideMenu_Close();   // the side menu file stays open until here
     long live = g.mem.live_blocks;
     g = State{};
     g.mem.live_blocks = live;   // blocks outside the scene are still out there

@@ -19,6 +19,7 @@
 #include "workfile/workfile.h"
 #include "gfx/screen.h"
 #include "pov/pov.h"
+#include "ui/menu.h"
 
 struct State {
     MemState mem;        // allocation hook and block count
@@ -36,6 +37,7 @@ struct State {
     WorkFileState workfile; // work-file writer status
     ScreenState screen;  // window metrics and the message column
     PovState writer;     // scene-file writer while it runs, texture library
+    MenuState menus;     // pull-down menu bar and side menu
 };
 
 extern State g;

@@ -272,7 +272,8 @@ int Views_SwitchAt(int x, int y) {
 
 int View_PickHandler(int x, int y) {
     View_ScreenToWorld(Active(), x, y);
-    return 0;
+    g.input.cursorPoint = Active()->picked_point;
+    return Input_AcceptPoint();
 }
 
 // --- drag ---

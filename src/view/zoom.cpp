@@ -52,12 +52,11 @@ void FreeStack(int slot) {
     g.view.zoom_first[slot] = g.view.zoom_last[slot] = nullptr;
 }
 
-// Until the prompt takes a rubber band, the second corner is asked without one.
-void RubberBand(double* /*base*/, const char* /*shape*/) {}
-
-// Asks for a point; 0 replaced by a command, 1 with *got set when a point came.
-int AskPoint(const char* prompt, double* out, int* got) {
+// Asks for a point, with a rubber band from `base` when one is given; 0
+// when a command replaced the input, else 1 with *got set when a point came.
+int AskPoint(const char* prompt, const Point3* base, const char* shape, Point3* out, int* got) {
     Input_SetMask(16);
+    if (base) Input_SetRubberBand(base, shape, nullptr);
     if (!Input_Get(prompt, out)) return 0;
     *got = g.input.InputResult.kind == 0;
     return 1;
@@ -135,14 +134,13 @@ int Com_RedrawAll() {
 }
 
 int Com_ZoomIn() {
-    double p1[3], p2[3];
+    Point3 p1, p2;
     int got = 0;
-    if (!AskPoint("\nZOOMIN>> Upper/Left Corner: ", p1, &got)) return 0;
+    if (!AskPoint("\nZOOMIN>> Upper/Left Corner: ", nullptr, nullptr, &p1, &got)) return 0;
     if (!got) return 1;
-    RubberBand(p1, "RECT");
-    if (!AskPoint("\nZOOMIN>> Lower/Right Corner: ", p2, &got)) return 0;
+    if (!AskPoint("\nZOOMIN>> Lower/Right Corner: ", &p1, "RECT", &p2, &got)) return 0;
     if (!got) return 1;
-    View_ZoomWindow({p1[0], p1[1], p1[2]}, {p2[0], p2[1], p2[2]});
+    View_ZoomWindow(p1, p2);
     View_Refresh();
     return 1;
 }
@@ -212,14 +210,13 @@ int Com_ZoomAll() {
 }
 
 int Com_Pan() {
-    double base[3], offset[3];
+    Point3 base, offset;
     int got = 0;
-    if (!AskPoint("\nPAN>> Set Base Point: ", base, &got)) return 0;
+    if (!AskPoint("\nPAN>> Set Base Point: ", nullptr, nullptr, &base, &got)) return 0;
     if (!got) return 1;
-    RubberBand(base, "LINE");
-    if (!AskPoint("\nPAN>> Set offset Point: ", offset, &got)) return 0;
+    if (!AskPoint("\nPAN>> Set offset Point: ", &base, "LINE", &offset, &got)) return 0;
     if (!got) return 1;
-    View_PanBy({base[0], base[1], base[2]}, {offset[0], offset[1], offset[2]});
+    View_PanBy(base, offset);
     View_Refresh();
     return 1;
 }
