@@ -1,17 +1,13 @@
 // view_prompt_test.cpp - the view commands that ask for numbers: AREA,
-// ELEVATION and VPOINT. The answers are given both as typed keys and on
-// standard input, so the tests run against either prompt.
-#include <cstdio>
+// ELEVATION and VPOINT, answered with typed keys.
 #include <string>
 
-#include "e2e/process.h"
 #include "view/view_scene.h"
 
 namespace {
 
 class ViewPrompt : public HeadlessTest {
   protected:
-    TempDir dir;
     Viewport* vp = &g.view.Active_Viewport;
     void SetUp() override {
         HeadlessTest::SetUp();
@@ -19,20 +15,9 @@ class ViewPrompt : public HeadlessTest {
         g.input.currentCommand = 602;   // a command is running: numbers are taken
         Headless_ClearTranscript();
     }
-    void TearDown() override {
-        if (stdin_redirected) freopen("/dev/null", "r", stdin);
-        HeadlessTest::TearDown();
-    }
     // Each line answers one prompt ("" = Enter).
-    void Answer(const std::string& lines) {
-        std::string path = dir.file("answers.txt");
-        WriteFile(path, lines);
-        ASSERT_NE(freopen(path.c_str(), "r", stdin), nullptr);
-        stdin_redirected = true;
-        Headless_PushText(lines.c_str());
-    }
+    void Answer(const std::string& lines) { Headless_PushText(lines.c_str()); }
     int Depth() { return Zoom_Depth(g.view.Current_Viewport); }
-    bool stdin_redirected = false;
 };
 
 TEST_F(ViewPrompt, AreaSetsTheViewSize) {
