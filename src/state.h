@@ -21,6 +21,7 @@
 #include "pov/pov.h"
 #include "model/xform.h"
 #include "exchange/exchange.h"
+#include "ui/menu.h"
 
 struct State {
     MemState mem;        // allocation hook and block count
@@ -40,6 +41,7 @@ struct State {
     PovState writer;     // scene-file writer while it runs, texture library
     XformState xform;    // transform engine: mode and points of the last walk
     ExchangeState exchange; // DXF and RAW export and import
+    MenuState menus;     // pull-down menu bar and side menu
 };
 
 extern State g;

@@ -298,10 +298,9 @@ void EntityScan(Reader& r) {
 // Asks one of the Yes/No questions; 0 when a command code replaced the
 // answer, else 1 with *yes = 0 for N.
 int Ask(const char* prompt, int* yes) {
-    double point[3];
     Input_SetKeywords("Y,N", 0, 0);
     Input_SetMask(1);
-    if (!Input_Get(prompt, point)) return 0;
+    if (!Input_Get(prompt, nullptr)) return 0;
     *yes = g.input.InputResult.kind != 2;
     return 1;
 }

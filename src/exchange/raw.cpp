@@ -56,16 +56,17 @@ struct Import {
 // answer to the insertion prompt.
 int CloseBlock(Import& im, const char* which) {
     Msg_Printf("\n%s BLOCK: %s", which, im.name[0] ? im.name : "<noname>");
-    double origin[3] = {0, 0, 0}, point[3];
-    Input_SetRubberBand(origin, "OBJECT", "MOVE");
+    const Point3 origin{0, 0, 0};
+    Point3 point{0, 0, 0};
+    Input_SetRubberBand(&origin, "OBJECT", "MOVE");
     Input_SetKeywords(nullptr, 0, 0);
     char prompt[200];
     snprintf(prompt, sizeof prompt, "\nIMPORTRAW> Set Insertion point <%g, %g, %g>: ",
              im.insertion.x, im.insertion.y, im.insertion.z);
     const Point3 zero{0, 0, 0};
-    int answered = Input_Get(prompt, point);
+    int answered = Input_Get(prompt, &point);
     if (answered) {
-        if (g.input.InputResult.kind == 0) im.insertion = Point3{point[0], point[1], point[2]};
+        if (g.input.InputResult.kind == 0) im.insertion = point;
         Xform_Run(zero, im.insertion, XFORM_MOVE);
     } else {
         Xform_Run(zero, zero, XFORM_ERASE);

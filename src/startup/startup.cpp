@@ -20,6 +20,8 @@
 #include "input/status_line.h"
 #include "state.h"
 #include "ui/field.h"
+#include "ui/menu.h"
+#include "view/view_commands.h"
 #include "workfile/workfile.h"
 
 namespace {
@@ -37,31 +39,21 @@ void InstallSignals() {
     signal(SIGFPE, OnFpe);
 }
 
-// Placeholder for the menu loaders: the files must at least be there.
-int MenuFileReadable(const char* name) {
-    char path[FIELD_MAX * 2];
-    snprintf(path, sizeof path, "%s/%s", g.config.SUPPORT_DIR, name);
-    FILE* f = fopen(path, "r");
-    if (!f) return 0;
-    fclose(f);
-    return 1;
-}
-
 void BuildScreenAndMenus() {
     // Viewports fill the screen between the menu bar and the three bottom lines.
     Views_SetScreen(g.screen.width, g.screen.height, SCREEN_LINE, g.screen.inputLineY);
+    Views_SetAreaWidth(g.screen.sideMenuX);
     Views_Reset();
     Screen_DrawFrame();
     Msg_Printf("\nLoading-> %s", g.config.MainMenu_Name);
-    if (!MenuFileReadable(g.config.MainMenu_Name)) {
+    char path[FIELD_MAX * 2];
+    snprintf(path, sizeof path, "%s/%s", g.config.SUPPORT_DIR, g.config.MainMenu_Name);
+    if (!MenuBar_Load(&g.menus.bar, path)) {
         SetFatalMessage("Error: Unable to load Menu File");
         Exit(1);
     }
     Msg_Printf("\nLoading-> %s", g.config.SideMenu_Name);
-    if (!MenuFileReadable(g.config.SideMenu_Name)) {
-        SetFatalMessage("Can't load SIDEMENU");
-        Exit(1);
-    }
+    if (!SideMenu_Load(g.config.SideMenu_Name)) Exit(1);   // its message is the fatal one
 }
 
 void SetWorkPath(const char* name) {
@@ -90,7 +82,9 @@ const char* SetFatalMessage(const char* text) {
 }
 
 void Shutdown() {
+    MenuBar_Free(&g.menus.bar);
     Scene_Clear();
+    Zoom_FreeAll();
     X11_MouseReset();
     unlink("texture.tmp");
     fflush(stdout);
@@ -143,14 +137,17 @@ void Startup_Run(int argc, char** argv) {
     BuildScreenAndMenus();
     Startup_FirstWorkFile(argc, argv);
     for (;;) {
-        Startup_LoadWorkFile();
+        int loaded = Startup_LoadWorkFile();
         if (!g.scene.First_Layer && !Layer_NewFirst()) {
             SetFatalMessage("Unable to setup first layer.");
             Exit(1);
         }
         g.run.restartFlag = 0;
         const Layer* layer = g.scene.Current_Layer;
-        Status_Draw({layer ? layer->name : "", layer ? (int)layer->color : 0, 0, 0, "0, 0, 0"});
+        Status_Draw({layer ? layer->name : "", layer ? (int)layer->color : 0, g.aids.orthoOn,
+                     g.view.Active_Viewport.SNAP, "0, 0, 0"});
+        if (!loaded) Views_RedrawAll();   // a loaded file has drawn its views
+        Zoom_ResetAll();
         CommandLoop();
         if (!g.run.restartFlag) Exit(0);
         SetWorkPath("qmr.qmr");
@@ -179,6 +176,7 @@ int Com_Save() {
 }
 
 int Com_Exit() {
+    SideMenu_Show(1512);
     char prompt[128];
     snprintf(prompt, sizeof prompt, "\nEXIT> Save changes to <%s>? <Yes,No> <Yes>: ",
              g.run.workFileName);
@@ -205,5 +203,6 @@ int Com_Clear() {
         SetFatalMessage("Unable to setup first layer.");
         Exit(1);
     }
+    Views_RedrawAll();
     return 1;
 }

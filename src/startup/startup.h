@@ -26,5 +26,6 @@ int Startup_LoadWorkFile();
 
 int Com_New();
 int Com_Save();
+int Com_SaveAs();
 int Com_Clear();
 int Com_Exit();

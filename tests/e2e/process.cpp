@@ -52,7 +52,7 @@ RunResult RunProcess(const std::vector<std::string>& argv, const RunOptions& opt
     }
     if (!opt.keep_stdin_open) close(in[1]);
     auto start = std::chrono::steady_clock::now();
-    size_t next_signal = 0;
+    size_t next_signal = 0, next_action = 0, action_from = 0;
     char buf[4096];
     for (;;) {
         pollfd p{out[0], POLLIN, 0};
@@ -61,6 +61,15 @@ RunResult RunProcess(const std::vector<std::string>& argv, const RunOptions& opt
             ssize_t got = read(out[0], buf, sizeof buf);
             if (got <= 0) break;
             r.out.append(buf, got);
+        }
+        if (next_action < opt.actions.size()) {
+            size_t at = r.out.find(opt.actions[next_action].when, action_from);
+            if (at != std::string::npos) {
+                action_from = at + opt.actions[next_action].when.size();
+                std::this_thread::sleep_for(std::chrono::milliseconds(100));
+                int rc = system(opt.actions[next_action++].command.c_str());
+                (void)rc;
+            }
         }
         if (next_signal < opt.signals.size() &&
             r.out.find(opt.signal_when) != std::string::npos) {

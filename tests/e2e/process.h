@@ -22,6 +22,14 @@ struct RunOptions {
     // 200 ms apart.
     std::vector<int> signals;
     std::string signal_when;
+    // Shell commands run in order (e.g. xdotool typing into the window), each
+    // once its `when` text has appeared in the output after the point where
+    // the previous action ran.
+    struct Action {
+        std::string when;
+        std::string command;
+    };
+    std::vector<Action> actions;
 };
 
 RunResult RunProcess(const std::vector<std::string>& argv, const RunOptions& opt);

@@ -351,7 +351,7 @@ TEST_F(DxfBadInput, TruncatedAnywhere) {
     ASSERT_EQ(0, RunProcess({"/usr/bin/python3", "-c", kEzdxfScript, File("ez.dxf")}, opt).status);
     std::string whole = ReadFile(File("ez.dxf"));
     for (size_t cut = 0; cut < whole.size(); cut += 97) {
-        State_Reset();
+        Restart();
         AddLayer("L", 7);
         EXPECT_EQ(1, ImportText(whole.substr(0, cut))) << cut;
     }
@@ -377,7 +377,7 @@ TEST_F(DxfBadInput, BinaryGarbage) {
         for (const char* w : {"\nENTITIES\n", "\n3DFACE\n", "\nPOLYLINE\n", "\nVERTEX\n", "\nTABLES\n",
                               "\nLAYER\n", "\nTABLE\n", "\nHEADER\n", "\n$GRIDUNIT\n", "\n 70\n64\n"})
             for (int k = 0; k < 20; k++) junk.insert(rng() % junk.size(), w);
-        State_Reset();
+        Restart();
         AddLayer("L", 7);
         EXPECT_EQ(1, ImportText(junk)) << round;
     }

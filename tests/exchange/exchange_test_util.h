@@ -2,9 +2,6 @@
 // the headless screen, a temporary work directory, answers for the prompt
 // and small scene helpers.
 //
-// Answers are given to both prompts the program may have: the interactive
-// one reads the headless input queue, the line stand-in reads standard
-// input; each sees the same answers in the same order.
 #pragma once
 #include <cstdio>
 #include <string>
@@ -15,8 +12,7 @@
 #include "headless_session.h"
 #include "state.h"
 
-// An answer that replaces the prompt's input by a command (Ctrl-C on the
-// interactive prompt, a command name on the stand-in).
+// An answer that replaces the prompt's input by a command: Ctrl-C.
 inline const char* const kCancel = "\x03";
 
 class ExchangeTest : public HeadlessTest {
@@ -28,26 +24,21 @@ class ExchangeTest : public HeadlessTest {
         g.input.currentCommand = 120;   // prompts answer as inside a command
         Answer({});
     }
-    void TearDown() override {
-        if (!freopen("/dev/null", "r", stdin)) ADD_FAILURE() << "stdin not restored";
-        HeadlessTest::TearDown();
+    // A fresh state inside the same test; prompts still answer as inside a command.
+    static void Restart() {
+        State_Reset();
+        g.input.currentCommand = 120;
     }
 
     // Replaces all pending answers by `lines`.
     void Answer(const std::vector<std::string>& lines) {
         Headless_ClearInput();
-        std::string text;
         for (const std::string& l : lines) {
-            if (l == kCancel) {
+            if (l == kCancel)
                 Headless_PushKey(3);
-                text += "NEW\n";
-            } else {
+            else
                 Headless_PushText((l + "\n").c_str());
-                text += l + "\n";
-            }
         }
-        WriteFile(dir_.file("answers.txt"), text);
-        if (!freopen(dir_.file("answers.txt").c_str(), "r", stdin)) ADD_FAILURE() << "no answers file";
     }
 
     std::string File(const std::string& name) const { return dir_.file(name); }

@@ -2,6 +2,7 @@
 // layers, nesting, BLOCK Layers, transforms and the overwrite question.
 #include <sys/stat.h>
 
+#include "gfx/headless/headless.h"
 #include "pov/pov_test_support.h"
 
 namespace {
@@ -180,15 +181,14 @@ TEST_F(PovTest, TextureWithoutTransformClosesOnItsOwnLine) {
 
 // --- the overwrite question ---
 
+// The answer typed at the overwrite question (keys of the headless display).
 class PovAnswer {
   public:
-    PovAnswer(const std::string& path, const std::string& text) {
-        WriteFile(path, text);
-        if (!freopen(path.c_str(), "r", stdin)) ADD_FAILURE() << "cannot redirect stdin";
+    PovAnswer(const std::string&, const std::string& text) {
+        Headless_Reset();
+        Headless_PushText(text.c_str());
     }
-    ~PovAnswer() {
-        if (!freopen("/dev/null", "r", stdin)) ADD_FAILURE() << "cannot restore stdin";
-    }
+    ~PovAnswer() { Headless_Reset(); }
 };
 
 TEST_F(PovTest, ExistingFileAnsweredNoIsKept) {
@@ -215,6 +215,7 @@ TEST_F(PovTest, ExistingFileAnsweredYesOrEnterIsReplaced) {
 TEST_F(PovTest, QuestionAnsweredByAnotherCommandReturnsZero) {
     WriteFile(ScenePath(), "old");
     g.input.currentCommand = 108;
+    WriteFile(support_ + "/command.dat", "(SAVE,104)\n");
     PovAnswer answer(dir_.file("answer.txt"), "SAVE\n");
     Export(0);
     EXPECT_EQ(g.input.InputResult.code, 104);

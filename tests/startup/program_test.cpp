@@ -44,9 +44,34 @@ class ProgramTest : public ::testing::Test {
             x = std::make_unique<XvfbServer>();
             EXPECT_TRUE(x->ok()) << "Xvfb did not start";
             opt.env["DISPLAY"] = x->display();
+            for (RunOptions::Action& a : opt.actions)   // typing goes to this server
+                if (size_t at = a.command.find("@DISPLAY@"); at != std::string::npos)
+                    a.command.replace(at, 9, x->display());
         }
         args.insert(args.begin(), QMR_BINARY);
         return RunProcess(args, opt);
+    }
+
+    // Types `keys` into the program's window once `when` has appeared in its
+    // output; "\n" in keys is the Return key. Needs the display of Run(..., true).
+    void TypeWhen(const std::string& when, const std::string& keys) {
+        std::string cmd = "xdotool search --sync --name 'Quillmoor Sculptor' windowfocus --sync >/dev/null 2>&1;"
+                          " xdotool mousemove 300 200;";
+        std::string word;
+        auto flush = [&]() {
+            if (!word.empty()) cmd += " xdotool type --delay 20 '" + word + "';";
+            word.clear();
+        };
+        for (char c : keys) {
+            if (c == '\n') {
+                flush();
+                cmd += " xdotool key Return;";
+            } else {
+                word += c;
+            }
+        }
+        flush();
+        opt.actions.push_back({when, "DISPLAY=@DISPLAY@ sh -c \"" + cmd + "\""});
     }
 
     TempDir root;
@@ -122,7 +147,8 @@ TEST_F(ProgramTest, FatalDirectoryMessages) {
 TEST_F(ProgramTest, WarningDirectoriesDoNotStopStartUp) {
     WriteFile(root.file("cwd/qmr.ini"),
               Config("povray = /no/pov\nscenes = /no/scenes\npov_out = /no/out\n"));
-    opt.input = "EXIT\nN\n";
+    TypeWhen("Command: ", "EXIT\n");
+    TypeWhen("<Yes>: ", "N\n");
     RunResult r = Run({}, true);
     ASSERT_FALSE(r.timed_out);
     for (const char* key : {"povray", "scenes", "pov_out"}) {
@@ -164,7 +190,12 @@ TEST_F(ProgramTest, FloatingPointSignalIsIgnored) {
 
 TEST_F(ProgramTest, NewRestartsAndExitEnds) {
     WriteFile(root.file("cwd/qmr.ini"), Config());
-    opt.input = "NEW\nN\nNEW\n\nEXIT\nN\nNEW\n";
+    TypeWhen("Command: ", "NEW\n");
+    TypeWhen("<N>: ", "N\n");
+    TypeWhen("Command: ", "NEW\n");
+    TypeWhen("<N>: ", "\n");
+    TypeWhen("Command: ", "EXIT\n");
+    TypeWhen("<Yes>: ", "N\n");
     RunResult r = Run({}, true);
     ASSERT_FALSE(r.timed_out) << r.out;
     EXPECT_EQ(r.status, 0) << r.out;
@@ -188,7 +219,8 @@ TEST_F(ProgramTest, HostileConfigurationNeverCrashes) {
     std::string junk;
     for (int i = 0; i < 100000; i++) junk += static_cast<char>((i * 7919) % 256);
     WriteFile(root.file("cwd/qmr.ini"), junk + "\n" + Config());
-    opt.input = "EXIT\nN\n";
+    TypeWhen("Command: ", "EXIT\n");
+    TypeWhen("<Yes>: ", "N\n");
     RunResult r = Run({}, true);
     EXPECT_FALSE(r.timed_out);
     EXPECT_LT(r.status, 128) << r.out;   // no crash

@@ -51,10 +51,11 @@ int Headless_DumpPNG(const char* path);         // 1 on success
 std::string Headless_ReadText(int x, int y, int cells, int fg);
 
 // Every X11_LineTo since the last clear (also while no window is open),
-// from the current position to its end, with the colour at the time.
+// from the current position to its end, with the colour and write mode at the time.
 struct Headless_Segment {
     int x1, y1, x2, y2;
     int colour;
+    int mode;   // write mode: GFX_COPY, GFX_XOR ... (XOR is cursor and rubber band)
 };
 const std::vector<Headless_Segment>& Headless_Segments();
 void Headless_ClearSegments();

@@ -9,9 +9,11 @@
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 #include <X11/keysym.h>
+#include <poll.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -420,8 +422,12 @@ void X11_SetMouseSpeed(int sx, int sy) {
 
 void X11_WaitEvent() {
     if (!x.display) return;
-    XEvent ev;
-    XPeekEvent(x.display, &ev);
+    // Wait in poll(), not inside Xlib: a terminating signal's handler closes
+    // the display, and must not find Xlib's lock held.
+    while (!XPending(x.display)) {
+        pollfd p{ConnectionNumber(x.display), POLLIN, 0};
+        if (poll(&p, 1, -1) < 0 && errno != EINTR) return;
+    }
 }
 
 void X11_Beep() { fputc(7, stderr); }

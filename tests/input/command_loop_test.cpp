@@ -1,0 +1,320 @@
+// The command loop in scripted headless sessions: replacing a waiting
+// command, transparent commands inside a prompt, cancel, repeat, unknown
+// names, and the file commands EXIT, NEW and CLEAR.
+#include <filesystem>
+
+#include "e2e/process.h"
+#include "input/session.h"
+
+namespace {
+
+class CommandLoopTest : public SessionTest {};
+
+// A transparent stand-in that asks its own question (so its prompt resets
+// the input context the waiting command had set).
+int g_transparentRuns = 0;
+int g_transparentSawCommand = 0;
+int FakeZoom() {
+    g_transparentRuns++;
+    g_transparentSawCommand = g.input.currentCommand;
+    Input_SetKeywords("W,A", 0, 0);
+    return Ask("\nZOOM> Window or All: ");
+}
+
+TEST_F(CommandLoopTest, MenuPickWhileACommandWaitsCancelsItAndStartsThePick) {
+    Headless_PushText("POLYLINE\n0,0\n");
+    PickMenu(213);   // CIRCLE while POLYLINE waits for its next point
+    Headless_PushText("1,1\n5\n");
+    EXPECT_FALSE(RunLoop());
+    const std::string t = Headless_Transcript();
+    EXPECT_NE(t.find("\nPOLYLINE> Next point: *cancel* \nCIRCLE> Center point: "), std::string::npos) << t;
+    EXPECT_EQ(Count(t, "\nCommand: "), 2) << t;   // at the start and after CIRCLE, not in between
+    ASSERT_EQ(Answers().size(), 4u);
+    EXPECT_EQ(Answers()[1].ok, 0);                 // POLYLINE's prompt was replaced
+    EXPECT_EQ(Answers()[2].command, 213);
+    EXPECT_DOUBLE_EQ(Answers()[2].point.x, 1);
+    EXPECT_DOUBLE_EQ(Answers()[2].point.y, 1);
+    EXPECT_EQ(Answers()[3].kind, -3);
+    EXPECT_DOUBLE_EQ(Answers()[3].number, 5);
+    EXPECT_EQ(g.input.InputResult.lastCode, 213);
+}
+
+TEST_F(CommandLoopTest, TransparentCommandReturnsToTheSamePrompt) {
+    g_transparentRuns = 0;
+    Command_Register(402, FakeZoom, 1);
+    Headless_PushText("CIRCLE\n1,1\nzoom\nA\n5\n");
+    EXPECT_FALSE(RunLoop());
+    const std::string t = Headless_Transcript();
+    EXPECT_NE(t.find("\nCIRCLE> Set Radius: \nZOOM> Window or All: \nCIRCLE> Set Radius: \nCommand: "),
+              std::string::npos) << t;
+    EXPECT_EQ(t.find("*cancel*"), std::string::npos) << t;
+    EXPECT_EQ(g_transparentRuns, 1);
+    EXPECT_EQ(g_transparentSawCommand, 402);
+    ASSERT_EQ(Answers().size(), 3u);
+    EXPECT_EQ(Answers()[1].command, 402);
+    EXPECT_EQ(Answers()[1].kind, 2);               // A is keyword 2 of the zoom's list
+    // The radius prompt got its number permission back after the zoom.
+    EXPECT_EQ(Answers()[2].command, 213);
+    EXPECT_EQ(Answers()[2].kind, -3);
+    EXPECT_DOUBLE_EQ(Answers()[2].number, 5);
+    // A transparent command at the Command prompt becomes the repeat code.
+    EXPECT_EQ(g.input.InputResult.lastCode, 213);
+}
+
+TEST_F(CommandLoopTest, CancelInsideATransparentCommandReturnsToTheOuterPrompt) {
+    Command_Register(402, FakeZoom, 1);
+    Headless_PushText("CIRCLE\n1,1\nzoom\n");
+    Headless_PushKey(3);
+    Headless_PushText("5\n");
+    EXPECT_FALSE(RunLoop());
+    EXPECT_NE(Headless_Transcript().find("\nZOOM> Window or All: *cancel* \nCIRCLE> Set Radius: \nCommand: "),
+              std::string::npos) << Headless_Transcript();
+    ASSERT_EQ(Answers().size(), 3u);
+    EXPECT_EQ(Answers()[1].ok, 0);
+    EXPECT_DOUBLE_EQ(Answers()[2].number, 5);
+}
+
+TEST_F(CommandLoopTest, FunctionKeysSwitchAidsAndPromptAgain) {
+    Headless_PushKey(KEY_F(3));
+    Headless_PushKey(KEY_F(5));
+    Headless_PushKey(KEY_F(8));
+    Headless_PushKey(KEY_F(10));
+    EXPECT_FALSE(RunLoop());
+    EXPECT_EQ(Headless_Transcript(), "\nCommand: \nSwitching to POLAR coordinates\nCommand: \nGRID = OFF"
+                                     "\nCommand: \nTEXT = OFF\nCommand: ");
+    EXPECT_EQ(g.aids.coordsMode, 3);
+    EXPECT_EQ(g.view.Active_Viewport.GRID, 0);
+    EXPECT_EQ(g.aids.orthoOn, 1);
+    for (int i = 1; i <= 4; i++) EXPECT_EQ(g.view.Viewports[i].title_on, 0) << i;
+}
+
+TEST_F(CommandLoopTest, ViewKindFromTheMenuInsideAPromptKeepsThePrompt) {
+    Headless_PushText("CIRCLE\n1,1\n");
+    PickMenu(423);   // TOP
+    Headless_PushText("7\n");
+    EXPECT_FALSE(RunLoop());
+    const std::string t = Headless_Transcript();
+    EXPECT_EQ(Count(t, "\nCIRCLE> Set Radius: "), 2) << t;
+    EXPECT_EQ(t.find("*cancel*"), std::string::npos) << t;
+    ASSERT_EQ(Answers().size(), 2u);
+    EXPECT_EQ(Answers()[1].kind, -3);
+    EXPECT_DOUBLE_EQ(Answers()[1].number, 7);
+}
+
+TEST_F(CommandLoopTest, CtrlCIsIgnoredAtCommandAndCancelsInside) {
+    Headless_PushKey(3);
+    Headless_PushText("CIRCLE\n");
+    Headless_PushKey(3);
+    EXPECT_FALSE(RunLoop());
+    EXPECT_EQ(Headless_Transcript(), "\nCommand: \nCIRCLE> Center point: *cancel* \nCommand: ");
+}
+
+TEST_F(CommandLoopTest, SpaceRepeatsTheLastCommand) {
+    Headless_PushText(" ");   // nothing to repeat yet
+    Headless_PushText("CIRCLE\n1,1\n5\n ");
+    Headless_PushText("2,2\n ");   // inside CIRCLE: restarts it
+    EXPECT_FALSE(RunLoop());
+    const std::string t = Headless_Transcript();
+    EXPECT_EQ(t.rfind("\nCommand: \nCIRCLE> Center point: ", 0), 0u) << t;
+    EXPECT_NE(t.find("\nCommand: \nCIRCLE> Center point: \nCIRCLE> Set Radius: *cancel* \nCIRCLE> Center point: "),
+              std::string::npos) << t;
+    EXPECT_EQ(Count(t, "\nCIRCLE> Center point: "), 3) << t;
+}
+
+TEST_F(CommandLoopTest, EmptyEnterAtCommandRepeats) {
+    Headless_PushText("\nCIRCLE\n1,1\n5\n\n");
+    EXPECT_FALSE(RunLoop());
+    EXPECT_EQ(Count(Headless_Transcript(), "\nCIRCLE> Center point: "), 2) << Headless_Transcript();
+}
+
+TEST_F(CommandLoopTest, UnknownNamesAndTypedNameInsideACommand) {
+    Headless_PushText("frobnicate\nCIRCLE\npolyline\n");
+    EXPECT_FALSE(RunLoop());
+    EXPECT_EQ(Headless_Transcript(),
+              "\nCommand: \nUnknown Command\a\nCommand: \nCIRCLE> Center point: *cancel* \nPOLYLINE> Start point: ");
+    EXPECT_EQ(g.input.textLength, 0);   // the line was cleared after the miss
+}
+
+TEST_F(CommandLoopTest, CommandNamesMatchInAnyCaseButExactLength) {
+    TempDir dir;
+    WriteFile(dir.file("command.dat"), "// test table\n(Zoom,402)\n(CIRCLE,213)\n");
+    snprintf(g.config.SUPPORT_DIR, sizeof g.config.SUPPORT_DIR, "%s", dir.path().c_str());
+    g.input.commandsUnread = 1;
+    EXPECT_EQ(Command_Lookup("zoom"), 402);
+    EXPECT_EQ(Command_Lookup("ZOOM"), 402);
+    EXPECT_EQ(Command_Lookup("zOoM"), 402);
+    EXPECT_EQ(Command_Lookup("zoo"), 0);
+    EXPECT_EQ(Command_Lookup("zooms"), 0);
+    g_transparentRuns = 0;
+    Command_Register(402, FakeZoom, 1);
+    Headless_PushText("zoo\nZoOm\nW\n");
+    EXPECT_FALSE(RunLoop());
+    EXPECT_EQ(Headless_Transcript(),
+              "\nCommand: \nUnknown Command\a\nCommand: \nZOOM> Window or All: \nCommand: ");
+    EXPECT_EQ(g_transparentRuns, 1);
+}
+
+TEST_F(CommandLoopTest, MissingCommandTableKnowsNothingAndIsTriedAgain) {
+    TempDir dir;
+    snprintf(g.config.SUPPORT_DIR, sizeof g.config.SUPPORT_DIR, "%s", dir.path().c_str());
+    g.input.commandsUnread = 1;
+    g.input.CommandTable.clear();
+    EXPECT_EQ(Command_Lookup("EXIT"), 0);
+    EXPECT_EQ(Command_HotKey(18), 0);
+    WriteFile(dir.file("command.dat"), "(EXIT,101,18)\n");
+    EXPECT_EQ(Command_Lookup("exit"), 101);   // read at the next lookup
+    EXPECT_EQ(Command_HotKey(18), 101);
+}
+
+TEST_F(CommandLoopTest, LongCommandTableGrows) {
+    TempDir dir;
+    std::string text;
+    for (int i = 0; i < 500; i++) text += "(NAME" + std::to_string(i) + "," + std::to_string(1000 + i) + ")\n";
+    text += "(" + std::string(300, 'Q') + ",77)\n";   // over-long line: cut at 254 characters
+    text += "(noclose,5\n(,6)\nNOPAREN\n(\"unbalanced,7)\n(onlyname)\n";
+    WriteFile(dir.file("command.dat"), text);
+    snprintf(g.config.SUPPORT_DIR, sizeof g.config.SUPPORT_DIR, "%s", dir.path().c_str());
+    g.input.commandsUnread = 1;
+    EXPECT_EQ(Command_Lookup("name0"), 1000);
+    EXPECT_EQ(Command_Lookup("NAME450"), 1450);
+    EXPECT_EQ(Command_Lookup("name499"), 1499);
+    EXPECT_EQ(Command_Lookup("noclose"), 0);
+    EXPECT_EQ(Command_Lookup("onlyname"), 0);
+    EXPECT_EQ(Command_Lookup(""), 6);   // an empty name is still a name
+    EXPECT_EQ(g.input.CommandTable.size(), 501u);
+}
+
+TEST_F(CommandLoopTest, HotKeyStartsACommandWithoutTyping) {
+    g_transparentRuns = 0;
+    Command_Register(402, FakeZoom, 1);
+    Headless_PushKey(26);   // Ctrl-Z: ZOOM in command.dat
+    Headless_PushText("A\n");
+    EXPECT_FALSE(RunLoop());
+    EXPECT_EQ(g_transparentRuns, 1);
+    EXPECT_EQ(g.input.textLength, 0);
+}
+
+TEST_F(CommandLoopTest, SideMenuCommandAndCancelRow) {
+    PickSide(3);    // "File" -> menu 1001
+    PickSide(6);    // its "Save as": the browser is not there, so it counts as cancelled
+    PickSide(0);    // row 0: cancel, and menu 1000 again
+    EXPECT_FALSE(RunLoop());
+    EXPECT_EQ(g.menus.side.shown, 1000);
+    EXPECT_EQ(Headless_Transcript(), "\nCommand: *cancel* \nCommand: ");
+}
+
+// --- file commands ---
+
+TEST_F(CommandLoopTest, ExitAnsweredWithEnterSaves) {
+    TempDir dir;
+    strcpy(g.run.workFileName, "scene");
+    snprintf(g.run.currentFilePath, sizeof g.run.currentFilePath, "%s", dir.file("scene.qmr").c_str());
+    Headless_PushText("EXIT\n\n");
+    EXPECT_TRUE(RunLoop());
+    EXPECT_TRUE(FileExists(dir.file("scene.qmr")));
+    EXPECT_EQ(g.menus.side.shown, 1512);
+    EXPECT_EQ(Headless_Transcript(),
+              "\nCommand: \nEXIT> Save changes to <scene>? <Yes,No> <Yes>: \nSaving <scene>...");
+    EXPECT_EQ(g.run.restartFlag, 0);
+}
+
+TEST_F(CommandLoopTest, ExitAnsweredNoOrByKeywordRow) {
+    TempDir dir;
+    strcpy(g.run.workFileName, "scene");
+    snprintf(g.run.currentFilePath, sizeof g.run.currentFilePath, "%s", dir.file("scene.qmr").c_str());
+    Headless_PushText("EXIT\nN\n");
+    EXPECT_TRUE(RunLoop());
+    EXPECT_FALSE(FileExists(dir.file("scene.qmr")));
+    // The side menu's "No" row (row 5 of menu 1512) answers the same way.
+    Headless_ClearTranscript();
+    Headless_PushText("EXIT\n");
+    PickSide(5);
+    EXPECT_TRUE(RunLoop());
+    EXPECT_FALSE(FileExists(dir.file("scene.qmr")));
+    // "Yes" saves.
+    Headless_PushText("EXIT\n");
+    PickSide(4);
+    EXPECT_TRUE(RunLoop());
+    EXPECT_TRUE(FileExists(dir.file("scene.qmr")));
+}
+
+TEST_F(CommandLoopTest, ExitReplacedByAnotherCommandGoesOn) {
+    Headless_PushText("EXIT\nCIRCLE\n");
+    EXPECT_FALSE(RunLoop());
+    EXPECT_NE(Headless_Transcript().find("<Yes>: *cancel* \nCIRCLE> Center point: "), std::string::npos)
+        << Headless_Transcript();
+}
+
+TEST_F(CommandLoopTest, NewEndsTheLoopWithRestartAndSavesOnlyOnYes) {
+    TempDir dir;
+    strcpy(g.run.workFileName, "scene");
+    snprintf(g.run.currentFilePath, sizeof g.run.currentFilePath, "%s", dir.file("scene.qmr").c_str());
+    Headless_PushText("NEW\n\n");
+    EXPECT_TRUE(RunLoop());
+    EXPECT_EQ(g.run.restartFlag, 1);
+    EXPECT_FALSE(FileExists(dir.file("scene.qmr")));
+    EXPECT_EQ(Headless_Transcript(), "\nCommand: NEW> Save changes to <scene>? <Yes,No> <N>: ");
+    g.run.restartFlag = 0;
+    Headless_PushText("NEW\ny\n");
+    EXPECT_TRUE(RunLoop());
+    EXPECT_EQ(g.run.restartFlag, 1);
+    EXPECT_TRUE(FileExists(dir.file("scene.qmr")));
+}
+
+TEST_F(CommandLoopTest, ClearAsksAndOnlyYesEmptiesTheScene) {
+    PolylineData poly = Poly_Default();
+    Point3 pts[2] = {{0, 0, 0}, {1, 0, 0}};
+    poly.points = pts;
+    poly.count = 2;
+    ASSERT_NE(Poly_AddToScene(&poly), nullptr);
+    Headless_PushText("CLEAR\nN\nCLEAR\n\n");
+    EXPECT_FALSE(RunLoop());
+    EXPECT_NE(g.scene.First_Layer->first_object, nullptr);
+    EXPECT_EQ(Count(Headless_Transcript(), "\nCLEAR> Are you Sure you want to start from scratch? <Y/N> <N>: "), 2);
+    Headless_PushText("CLEAR\nY\n");
+    EXPECT_FALSE(RunLoop());
+    ASSERT_NE(g.scene.First_Layer, nullptr);
+    EXPECT_EQ(g.scene.First_Layer->first_object, nullptr);
+    EXPECT_EQ(g.scene.First_Layer->next, nullptr);
+}
+
+TEST_F(CommandLoopTest, CancelDropsTheSelectionWithAutoDeselect) {
+    PolylineData poly = Poly_Default();
+    Point3 pts[2] = {{0, 0, 0}, {1, 0, 0}};
+    poly.points = pts;
+    poly.count = 2;
+    Object* o = Poly_AddToScene(&poly);
+    ASSERT_NE(o, nullptr);
+    o->selected = 1;
+    g.scene.Selected_Count = 1;
+    g.aids.Auto_Deselect = 0;
+    Headless_PushText("CIRCLE\n");
+    Headless_PushKey(3);
+    EXPECT_FALSE(RunLoop());
+    EXPECT_EQ(o->selected, 1);
+    g.aids.Auto_Deselect = 1;
+    Headless_PushText("CIRCLE\n");
+    Headless_PushKey(3);
+    EXPECT_FALSE(RunLoop());
+    EXPECT_EQ(o->selected, 0);
+    EXPECT_EQ(g.scene.Selected_Count, 0);
+}
+
+}  // namespace
+
+namespace {
+
+// The export commands are reached by their command.dat names.
+TEST_F(CommandLoopTest, TypedExportNamesWriteTheirFiles) {
+    TempDir work;
+    snprintf(g.config.WORK_DIR, sizeof g.config.WORK_DIR, "%s", work.path().c_str());
+    snprintf(g.run.workFileName, sizeof g.run.workFileName, "scene");
+    TriangleData t{{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}};
+    Add_Triangle(&t);
+    Headless_PushText("EXPDXF\nexpraw\n");
+    EXPECT_FALSE(RunLoop());   // input runs out at the next "Command: "
+    EXPECT_NE(ReadFile(work.file("scene.dxf")).find("3DFACE"), std::string::npos);
+    EXPECT_NE(ReadFile(work.file("scene.raw")).find("0 0 0 1 0 0 0 1 0"), std::string::npos);
+}
+
+}  // namespace
