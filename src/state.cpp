@@ -1,10 +1,12 @@
 // state.cpp - the global state record and its reset.
 #include "state.h"
+#include "view/view_commands.h"
 
 State g;
 
 void State_Reset() {
     Scene_Clear();
+    Zoom_FreeAll();
     MenuBar_Free(&g.menus.bar);
     SideMenu_Close();   // the side menu file stays open until here
     long live = g.mem.live_blocks;

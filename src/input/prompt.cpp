@@ -437,7 +437,7 @@ void Input_ResetContext() {
     in.rubberTransform = 0;
 }
 
-int Input_Get(const char* prompt, Point3* pointOut) {
+int Input_Get(const char* prompt, double* pointOut) {
     InputState& in = g.input;
     snprintf(in.promptText, sizeof in.promptText, "%s", prompt);
     int result = Input_Wait();
@@ -445,7 +445,11 @@ int Input_Get(const char* prompt, Point3* pointOut) {
         case -5:
             R().kind = 0;
             R().point = in.cursorPoint;
-            if (pointOut) *pointOut = in.cursorPoint;
+            if (pointOut) {
+                pointOut[0] = in.cursorPoint.x;
+                pointOut[1] = in.cursorPoint.y;
+                pointOut[2] = in.cursorPoint.z;
+            }
             break;
         case -1: case -2: case -3: R().kind = result; break;
         default: break;   // -4: the keyword index is already in kind

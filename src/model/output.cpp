@@ -8,16 +8,17 @@
 #include "input/message.h"
 #include "pov/pov.h"
 #include "state.h"
+#include "view/view_draw.h"
 #include "view/viewport.h"
 
 namespace {
 
 bool Finite(Point3 p) { return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z); }
 
-// --- screen: the 3D pen of the active viewport ---
+// --- screen: the 3D pen of the active viewport, after the layer transforms ---
 
-void ScreenMove(Point3 p) { View_MoveTo(&g.view.Active_Viewport, p); }
-int ScreenLine(Point3 p) { return View_LineTo(&g.view.Active_Viewport, p); }
+void ScreenMove(Point3 p) { View_MoveTo(&g.view.Active_Viewport, View_LayerPoint(p)); }
+int ScreenLine(Point3 p) { return View_LineTo(&g.view.Active_Viewport, View_LayerPoint(p)); }
 
 // --- explode ---
 

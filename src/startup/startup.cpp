@@ -42,6 +42,7 @@ void InstallSignals() {
 void BuildScreenAndMenus() {
     // Viewports fill the screen between the menu bar and the three bottom lines.
     Views_SetScreen(g.screen.width, g.screen.height, SCREEN_LINE, g.screen.inputLineY);
+    Views_SetAreaWidth(g.screen.sideMenuX);
     Views_Reset();
     Screen_DrawFrame();
     Msg_Printf("\nLoading-> %s", g.config.MainMenu_Name);
@@ -136,7 +137,7 @@ void Startup_Run(int argc, char** argv) {
     BuildScreenAndMenus();
     Startup_FirstWorkFile(argc, argv);
     for (;;) {
-        Startup_LoadWorkFile();
+        int loaded = Startup_LoadWorkFile();
         if (!g.scene.First_Layer && !Layer_NewFirst()) {
             SetFatalMessage("Unable to setup first layer.");
             Exit(1);
@@ -145,6 +146,7 @@ void Startup_Run(int argc, char** argv) {
         const Layer* layer = g.scene.Current_Layer;
         Status_Draw({layer ? layer->name : "", layer ? (int)layer->color : 0, g.aids.orthoOn,
                      g.view.Active_Viewport.SNAP, "0, 0, 0"});
+        if (!loaded) Views_RedrawAll();   // a loaded file has drawn its views
         Zoom_ResetAll();
         CommandLoop();
         if (!g.run.restartFlag) Exit(0);

@@ -6,6 +6,7 @@
 #include "view/viewport.h"
 
 #include "state.h"
+#include "view/view_commands.h"
 
 namespace {
 
@@ -20,7 +21,7 @@ LayoutFrame Frame() {
     LayoutFrame f;
     f.T = g.view.area_top;
     f.B = g.view.area_bottom - 1;
-    f.R = g.view.screen_width - 1;
+    f.R = g.view.area_width - 1;
     f.mx = f.R / 2;
     f.my = f.T + (f.B - f.T) / 2;
     f.cw = (int)(f.R / 3.5);
@@ -84,7 +85,10 @@ void Views_SetScreen(int width, int height, int area_top, int area_bottom) {
     v.screen_height = height > 1 ? height : 1;
     v.area_top = ClampInt(area_top, 0, v.screen_height);
     v.area_bottom = ClampInt(area_bottom, v.area_top, v.screen_height);
+    v.area_width = v.screen_width;
 }
+
+void Views_SetAreaWidth(int x) { g.view.area_width = ClampInt(x, 1, g.view.screen_width); }
 
 int Views_LayoutRect(int n, int slot, double rect[4]) {
     if (n < 1 || n > 7 || slot < 1 || slot > 4) return 0;
@@ -111,7 +115,8 @@ void Views_SelectSlot(int n) {
     g.view.Current_Viewport = n;
 }
 
-// Rearranges the slots; redrawing and the zoom stacks are the caller's.
+// Rearranges the slots, then (unless suppressed) starts every zoom stack
+// afresh and redraws.
 void Views_SetLayout(int n, int keep) {
     ViewState& v = g.view;
     n = ClampInt(n, 1, 7);
@@ -127,6 +132,9 @@ void Views_SetLayout(int n, int keep) {
     if (!keep) v.Current_Viewport = 1;
     v.Active_Viewport = v.Viewports[ClampInt(v.Current_Viewport, 1, 4)];
     v.Viewport_Layout = n;
+    if (v.suppress_redraw) return;
+    Zoom_ResetAll();
+    Views_RedrawAll();
 }
 
 // The start-up views: a camera at (0, 5, -20) looking at the origin with Y up
@@ -154,5 +162,9 @@ void Views_Reset() {
 
     v.Current_Viewport = 1;
     v.Active_Viewport = v.Viewports[1];
+    int keep = v.suppress_redraw;
+    v.suppress_redraw = 1;   // nothing to draw on yet: the frame comes next
     Views_SetLayout(6, 1);
+    v.suppress_redraw = keep;
+    Zoom_ResetAll();
 }

@@ -9,6 +9,7 @@
 // first cut at the camera plane. Pixels that are not finite numbers (from
 // NaN or overflowing input) end the segment before anything is converted to
 // an integer, and every walk is bounded by the clipped segment's length.
+#include <chrono>
 #include <cmath>
 #include <cstdlib>
 
@@ -127,10 +128,22 @@ int HitTest(const Viewport* vp, int x1, int y1, int x2, int y2) {
     return 0;
 }
 
+double Clock() {
+    using namespace std::chrono;
+    return duration<double>(steady_clock::now().time_since_epoch()).count();
+}
+
 // A key, or a mouse that moved or clicked since interruptible drawing began.
+// With a poll interval set, the display is asked at most that often: under
+// X each question flushes the request buffer, which costs more than the line.
 int EventWaiting() {
-    if (X11_KeyPressed()) return 1;
     ViewState& v = g.view;
+    if (v.poll_interval > 0) {
+        double now = Clock();
+        if (now - v.poll_last < v.poll_interval) return 0;
+        v.poll_last = now;
+    }
+    if (X11_KeyPressed()) return 1;
     int x, y, b;
     X11_ReadMouse(&x, &y, &b);
     if (!v.poll_armed) {

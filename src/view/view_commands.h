@@ -7,6 +7,8 @@
 // when its own input was replaced by another command code.
 #pragma once
 
+#include "scene/object.h"
+
 // --- commands, by command code ---
 int Com_Redraw();       // 401: the current viewport
 int Com_ZoomIn();       // 402: zoom to a picked rectangle
@@ -35,9 +37,17 @@ void Views_RedrawAll();
 void View_Refresh();
 
 // --- zoom stacks (one per stored slot) ---
-void Zoom_ResetAll();   // free all, then one node per slot from the active view
+void Zoom_ResetAll();   // free all, then one node per slot from the view it shows
 void Zoom_FreeAll();    // free all four stacks
 void SaveZoom();        // push the active view onto the current slot's stack
+int Zoom_Depth(int slot);   // nodes on a slot's stack
+
+// --- view changes without prompts (the commands' arithmetic) ---
+// Active view to the window p1..p2 (world points of the working plane);
+// ends with SaveZoom. Nothing for the 3D view.
+void View_ZoomWindow(Point3 p1, Point3 p2);
+// Centre moved by -(offset - base); ends with SaveZoom.
+void View_PanBy(Point3 base, Point3 offset);
 
 // --- the viewport side of the prompt ---
 // Insert key: the current viewport alone on the drawing area, or back to the
@@ -48,3 +58,12 @@ int Views_SwitchAt(int x, int y);
 // Left click inside the active viewport: the pixel becomes the cursor point
 // and is offered to the prompt (the result of Input_AcceptPoint).
 int View_PickHandler(int x, int y);
+
+// --- interactive drag ---
+// Button-state bits of a press: Ctrl + left pans (8), Ctrl + right zooms (4),
+// Ctrl + middle rotates (2); 0 when the press is not a drag.
+int View_DragBits(int buttons, int shift_flags);
+// Follows the mouse while a button is held, changing the active view by
+// `bits`; each step redraws until the next event arrives. On release the
+// zoom stack is pushed and the view redrawn. Returns 1.
+int View_Drag(int bits);

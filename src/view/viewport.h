@@ -103,6 +103,26 @@ struct Viewport {
 // Builds a record with every default of View_Init (usable in initialisers).
 Viewport View_Initial();
 
+// An affine map p -> m p + t: the layer transforms of the layers being drawn.
+struct ViewXform {
+    double m[3][3];
+    Point3 t;
+};
+
+// One saved view of a slot's zoom stack (oldest first).
+struct ZoomNode {
+    ZoomNode* next;
+    ZoomNode* prev;
+    int VIEW;
+    int WORLD;
+    double AREA;
+    double PITCH;
+    double HEADING;
+    Point3 centre;
+};
+
+enum { VIEW_XFORM_MAX = 32 };   // nesting plus instancing deeper than this is drawn untransformed
+
 struct ViewState {
     Viewport Active_Viewport = View_Initial();  // the working record every command reads
     Viewport Viewports[5] = {View_Initial(), View_Initial(), View_Initial(), View_Initial(),
@@ -123,6 +143,7 @@ struct ViewState {
     int screen_height = 480;
     int area_top = 15;              // drawing area: first pixel row (below the menu bar)
     int area_bottom = 435;          // drawing area: row below the last (input line starts here)
+    int area_width = 640;           // drawing area: columns 0..area_width - 1 (left of the side menu)
     Point3 last_point{0, 0, 0};     // world point of the last pen move or line
     Point3 prev_point{0, 0, 0};     // the last point before that
     int interruptible = 0;          // every viewport draws as in LINE_INTERRUPTIBLE
@@ -130,6 +151,16 @@ struct ViewState {
     int poll_mouse_x = 0;           // mouse state when interruptible drawing began
     int poll_mouse_y = 0;
     int poll_mouse_buttons = 0;
+    ViewXform xform[VIEW_XFORM_MAX] = {};  // [k]: layer transforms of levels 0..k composed
+    int xform_depth = 0;            // entries of xform in use; 0 = points drawn as they are
+    int user_interrupt = 0;         // the user asked to stop drawing (Scene_DrawObjects)
+    int marker_pending = 0;         // a last-point cross is drawn after the objects
+    Point3 marker_point{0, 0, 0};   // world point of that cross
+    ZoomNode* zoom_first[5] = {};   // zoom stack of each slot 1..4: oldest node ...
+    ZoomNode* zoom_last[5] = {};    // ... and newest node
+    int drag_active = 0;            // an interactive drag is running
+    double poll_interval = 0;       // seconds between event polls of interruptible drawing; 0 = every segment
+    double poll_last = 0;           // clock of the last poll
 };
 
 // --- record set-up and setters (viewport.cpp) ---
@@ -167,6 +198,9 @@ void Views_SetFov(double deg);
 // --- layouts and slots (layout.cpp) ---
 // Sets the screen size and the drawing area rows used by layouts and clamping.
 void Views_SetScreen(int width, int height, int area_top, int area_bottom);
+// Narrows the drawing area to the columns left of x (the side menu); the
+// screen size used for clamping and the 3D view stays.
+void Views_SetAreaWidth(int x);
 // Rectangle (left, top, right, bottom) of `slot` (1..4) in layout n (1..7);
 // 0 when the layout does not use that slot.
 int Views_LayoutRect(int n, int slot, double rect[4]);

@@ -3,6 +3,7 @@
 // what a load does to the views afterwards.
 #include "state.h"
 #include "input/settings.h"
+#include "view/view_commands.h"
 #include "workfile/wf_internal.h"
 #include "workfile/wf_io.h"
 
@@ -57,7 +58,13 @@ void ApplyValue(Viewport* vp, const ViewField& fld, const void* value) {
 
 int WfView_Layout() { return g.view.Viewport_Layout; }
 int WfView_Current() { return g.view.Current_Viewport; }
-void WfView_ApplyLayout(int n) { Views_SetLayout(n, 0); }
+// The redraw comes once, at the end of the load (WfView_RedrawAll).
+void WfView_ApplyLayout(int n) {
+    int keep = g.view.suppress_redraw;
+    g.view.suppress_redraw = 1;
+    Views_SetLayout(n, 0);
+    g.view.suppress_redraw = keep;
+}
 void WfView_StoreWorking() { Views_StoreActive(); }
 
 int WfView_WriteSlot(FILE* f, int n) {
@@ -111,9 +118,12 @@ void WfView_AfterLoad(int slot) {
     Var_SetDouble("FOV", &fov);
 }
 
-// The one place a load asks for the views to be redrawn. Nothing is drawn
-// yet: the wireframe redraw of all viewports is not built.
-void WfView_RedrawAll() {}
+// The one place a load asks for the views to be redrawn: the loaded views
+// start their zoom stacks afresh.
+void WfView_RedrawAll() {
+    Zoom_ResetAll();
+    Views_RedrawAll();
+}
 
 int WfView_Skip20A(FILE* f) {
     unsigned char block[VIEW_BLOCK_20A];

@@ -26,8 +26,9 @@ inline std::vector<Answer>& Answers() {
 
 // Asks one prompt and records the answer; returns Input_Get's result.
 inline int Ask(const char* prompt, Point3* p = nullptr) {
-    Point3 pt{0, 0, 0};
-    int ok = Input_Get(prompt, &pt);
+    double xyz[3] = {0, 0, 0};
+    int ok = Input_Get(prompt, xyz);
+    Point3 pt{xyz[0], xyz[1], xyz[2]};
     const InputResultRec& r = g.input.InputResult;
     Answers().push_back({g.input.currentCommand, ok, r.kind, pt, r.number, r.text});
     if (p) *p = pt;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "test_support.h"
+#include "view/view_commands.h"
 #include "workfile/wf_test_util.h"
 #include "workfile/workfile.h"
 
@@ -29,6 +30,7 @@ class Corrupt : public QmrTest {
         }
         ASSERT_EQ(SceneProblem(), "") << what;
         Scene_Clear();
+        Zoom_FreeAll();   // a load starts the views' zoom stacks afresh
         ASSERT_EQ(g.mem.live_blocks, live) << what;
     }
 

@@ -1,0 +1,317 @@
+// view_draw_test.cpp - what a redraw puts on the screen: projection to the
+// pixel, grid dots and their density limit, borders and slot order, layer
+// colours, visibility, transforms, instances and interruption.
+#include <algorithm>
+#include <cmath>
+
+#include "view/view_scene.h"
+
+namespace {
+
+class ViewDraw : public HeadlessTest {
+  protected:
+    void SetUp() override {
+        HeadlessTest::SetUp();
+        Headless_ClearSegments();
+    }
+    const ScreenColors& C() { return g.config.colors; }
+};
+
+// TOP, centre 0, AREA 10 on 640 x 480: 239 / 10 pixels per unit, centre
+// pixel (319, 239). (10, 0, 0) lands 239 pixels right; (0, 0, 5) 119.5 up.
+TEST_F(ViewDraw, TopViewPutsWorldPointsOnTheirPixels) {
+    BareTopView();
+    AddLayer(LGREEN);
+    AddLine({0, 0, 0}, {10, 0, 0});
+    AddLine({0, 0, 0}, {0, 0, 5});
+    View_Refresh();
+    EXPECT_EQ(Headless_Pixel(558, 239), LGREEN);
+    EXPECT_EQ(Headless_Pixel(559, 239), C().view_bkcolor);
+    EXPECT_EQ(Headless_Pixel(319, 119), LGREEN);   // 239 - 119.5 truncated
+    EXPECT_EQ(Headless_Pixel(319, 118), C().view_bkcolor);
+    EXPECT_EQ(Headless_Pixel(330, 239), LGREEN);
+    EXPECT_EQ(Headless_Pixel(330, 240), C().view_bkcolor);
+}
+
+// Centre (0.3, 0, 0.6): dots sit on whole units, not on the centre. Visible
+// x: 0.3 +- 13.35 -> -13..13 (27 columns); z: 0.6 +- 10 -> -9..10 (20 rows).
+TEST_F(ViewDraw, GridDotsFallOnMultiplesOfTheSpacing) {
+    BareTopView();
+    Viewport* vp = &g.view.Active_Viewport;
+    vp->GRID = 1;
+    g.config.colors.view_grid = LCYAN;
+    View_SetCentre(vp, {0.3, 0, 0.6});
+    View_Refresh();
+    // (2, 0, 1): x = 1.7 * 23.9 + 319 = 359.63, y = 239 - 0.4 * 23.9 = 229.44
+    EXPECT_EQ(Headless_Pixel(359, 229), LCYAN);
+    // (-13, 0, -9): x = -13.3 * 23.9 + 319 = 1.13, y = 239 + 9.6 * 23.9 = 468.44
+    EXPECT_EQ(Headless_Pixel(1, 468), LCYAN);
+    // The centre itself is no multiple: nothing there.
+    EXPECT_EQ(Headless_Pixel(319, 239), C().view_bkcolor);
+    EXPECT_EQ(CountColour(0, 0, 639, 479, LCYAN), 27 * 20);
+}
+
+TEST_F(ViewDraw, GridSkippedPastEighteenSpacings) {
+    Viewport* vp = &g.view.Active_Viewport;
+    g.config.colors.view_grid = LCYAN;
+    struct Case {
+        double area;
+        bool drawn;
+    } cases[] = {
+        {20, false},   // 20 + 1 spacings to the top edge
+        {17, true},    // square rectangle: 17 + 1 = 18 is not too dense
+        {17.5, false},
+    };
+    for (const Case& c : cases) {
+        BareTopView();
+        vp->GRID = 1;
+        View_SetRect(vp, 0, 0, 400, 400);   // half sizes 200 x 200
+        View_SetArea(vp, c.area);
+        View_Refresh();
+        int dots = CountColour(0, 0, 400, 400, LCYAN);
+        if (c.drawn) EXPECT_GT(dots, 0) << c.area;
+        else EXPECT_EQ(dots, 0) << c.area;
+    }
+}
+
+// Layout 6 on 640 x 480 (T 15, B 434, R 639, mx 319, my 224): slot 1 is
+// 321,226 .. 638,433, slot 2 1,16 .. 317,222.
+TEST_F(ViewDraw, BordersShowTheCurrentViewport) {
+    g.config.colors.view_boarder = LRED;
+    g.config.colors.view_fgcolor = GRAY;
+    Views_SetLayout(6, 0);
+    EXPECT_EQ(Headless_Pixel(320, 300), LRED);    // left edge of slot 1
+    EXPECT_EQ(Headless_Pixel(400, 225), LRED);    // top edge of slot 1
+    EXPECT_EQ(Headless_Pixel(639, 300), LRED);    // right edge of slot 1
+    EXPECT_EQ(Headless_Pixel(0, 100), GRAY);      // left edge of slot 2
+    EXPECT_EQ(Headless_Pixel(318, 100), GRAY);    // right edge of slot 2
+    EXPECT_EQ(Headless_Pixel(100, 15), GRAY);     // top edge of slot 2
+    Views_SelectSlot(2);
+    Views_RedrawAll();
+    EXPECT_EQ(Headless_Pixel(0, 100), LRED);
+    EXPECT_EQ(Headless_Pixel(320, 300), GRAY);
+}
+
+TEST_F(ViewDraw, LayoutOneHasNoBorder) {
+    g.config.colors.view_boarder = BROWN;   // no furniture uses it
+    g.config.colors.view_fgcolor = BROWN;
+    Views_SetLayout(1, 0);
+    EXPECT_EQ(CountColour(0, 15, 639, 434, BROWN), 0);
+    Views_SetLayout(2, 0);
+    EXPECT_GT(CountColour(0, 15, 639, 434, BROWN), 0);
+}
+
+// The slots are drawn from the highest down to slot 1; each draws its axes
+// through the pen, so the first segment inside each slot tells the order.
+TEST_F(ViewDraw, SlotsDrawnHighestFirst) {
+    struct Case {
+        int layout;
+        std::vector<int> order;
+    } cases[] = {
+        {2, {2, 1}}, {3, {2, 1}}, {4, {3, 2, 1}}, {5, {3, 2, 1}}, {6, {4, 3, 2, 1}}, {7, {4, 3, 2, 1}},
+    };
+    for (const Case& c : cases) {
+        Headless_ClearSegments();
+        Views_SetLayout(c.layout, 0);
+        std::vector<int> seen;
+        for (const Headless_Segment& s : Headless_Segments()) {
+            int slot = SlotAt(s.x1, s.y1, (int)c.order.size());
+            if (slot && std::find(seen.begin(), seen.end(), slot) == seen.end()) seen.push_back(slot);
+        }
+        EXPECT_EQ(seen, c.order) << "layout " << c.layout;
+    }
+}
+
+TEST_F(ViewDraw, FurnitureColoursAndTitle) {
+    BareTopView();
+    Viewport* vp = &g.view.Active_Viewport;
+    vp->AXIS = 1;
+    vp->title_on = 1;
+    g.config.colors.view_xaxis = LRED;
+    g.config.colors.view_zaxis = LGREEN;
+    g.config.colors.view_text = YELLOW;
+    View_Refresh();
+    // X axis: L = 2.5 -> tip at 319 + 59.75; Z axis runs up the screen.
+    EXPECT_EQ(Headless_Pixel(360, 239), LRED);
+    EXPECT_EQ(Headless_Pixel(319, 200), LGREEN);
+    // Arrow head of X: base corners at (2, 0, +-0.3) -> x 366.8, y 239 -+ 7.17
+    EXPECT_EQ(Headless_Pixel(366, 232), LRED);
+    EXPECT_EQ(Headless_ReadText(5, 5, 3, YELLOW), "TOP");
+}
+
+TEST_F(ViewDraw, CentreMarkSpansAreaOverNineteen) {
+    BareTopView();
+    Viewport* vp = &g.view.Active_Viewport;
+    vp->CENTER = 1;
+    g.config.colors.view_center = LMAGENTA;
+    View_SetArea(vp, 19);   // k = 1 unit = 239 / 19 = 12.58 pixels
+    View_Refresh();
+    EXPECT_EQ(Headless_Pixel(319 + 12, 239), LMAGENTA);
+    EXPECT_EQ(Headless_Pixel(319 + 13, 239), C().view_bkcolor);
+    EXPECT_EQ(Headless_Pixel(319, 239 - 12), LMAGENTA);
+}
+
+TEST_F(ViewDraw, LayerColoursBackgroundAndSelection) {
+    BareTopView();
+    g.config.colors.view_bkcolor = BLUE;
+    g.config.colors.general_color = YELLOW;
+    AddLayer(BLUE);   // same as the background: drawn in BLUE ^ BLUE = 0
+    AddLine({0, 0, 0}, {4, 0, 0});
+    AddLayer(LCYAN);
+    Object* sel = AddLine({0, 0, 2}, {4, 0, 2});
+    AddLine({0, 0, 4}, {4, 0, 4});   // newer: drawn first, before the selected one
+    sel->selected = 1;
+    AddLine({0, 0, 6}, {4, 0, 6});   // newest of all: drawn before both
+    View_Refresh();
+    EXPECT_EQ(Headless_Pixel(330, 239), BLACK);
+    EXPECT_EQ(Headless_Pixel(330, 191), YELLOW);   // z 2: 239 - 47.8
+    EXPECT_EQ(Headless_Pixel(330, 143), LCYAN);    // z 4: 239 - 95.6
+    EXPECT_EQ(Headless_Pixel(330, 95), LCYAN);     // z 6: 239 - 143.4
+}
+
+TEST_F(ViewDraw, LayersOffAreSkippedWithTheirNestedLayers) {
+    BareTopView();
+    Layer* off = AddLayer(LRED);
+    AddLine({0, 0, 0}, {1, 0, 0});
+    off->on = 0;
+    AddLayer(LRED, 1);   // nested under the layer that is off
+    AddLine({0, 0, 0}, {0, 0, 1});
+    AddLayer(LGREEN);    // the next top-level layer is drawn
+    AddLine({0, 0, 0}, {-1, 0, 0});
+    View_Refresh();
+    EXPECT_EQ(CountColour(0, 0, 639, 479, LRED), 0);
+    EXPECT_EQ(Headless_Pixel(310, 239), LGREEN);
+}
+
+// Segments drawn by the objects (not the furniture, which is off).
+std::vector<Headless_Segment> Drawn(int colour) {
+    std::vector<Headless_Segment> out;
+    for (const Headless_Segment& s : Headless_Segments())
+        if (s.colour == colour) out.push_back(s);
+    return out;
+}
+
+TEST_F(ViewDraw, LayerTransformsInnermostFirst) {
+    BareTopView();
+    Layer* outer = AddLayer(LGREEN);
+    outer->rotate = {0, 90, 0};
+    Layer* inner = AddLayer(LGREEN, 1);
+    inner->translate = {1, 0, 0};
+    AddLine({0, 0, 0}, {0, 0, 0.5});
+    Headless_ClearSegments();
+    View_Refresh();
+    // Inner first: (0,0,0) -> (1,0,0) -> turned 90 about Y -> (0,0,-1):
+    // pixel (319, 239 + 23.9). (0,0,0.5) -> (1,0,0.5) -> (0.5,0,-1).
+    auto segs = Drawn(LGREEN);
+    ASSERT_EQ(segs.size(), 1u);
+    EXPECT_EQ(segs[0].x1, 319);
+    EXPECT_EQ(segs[0].y1, 262);
+    EXPECT_EQ(segs[0].x2, 330);   // 319 + 11.95
+    EXPECT_EQ(segs[0].y2, 262);
+}
+
+TEST_F(ViewDraw, LayerScaleThenMoveAndRotationOrder) {
+    BareTopView();
+    Layer* l = AddLayer(LGREEN);
+    l->scale = {2, 2, 2};
+    l->translate = {3, 0, 0};
+    AddLine({1, 0, 0}, {1, 0, 1});
+    Layer* turned = AddLayer(LRED);
+    // Order 0 turns about X, then Z, then Y: (1,0,0) -> Z 90 -> (0,1,0) ->
+    // Y 90 leaves it; X first changes nothing. Order X-Y-Z: Y 90 first takes
+    // (1,0,0) to (0,0,-1), Z 90 leaves it.
+    turned->rotate = {0, 90, 90};
+    AddLine({0, 0, 0}, {1, 0, 0});
+    Headless_ClearSegments();
+    View_Refresh();
+    auto green = Drawn(LGREEN);
+    ASSERT_EQ(green.size(), 1u);
+    EXPECT_EQ(green[0].x1, 438);   // x = 2 + 3 = 5 -> 319 + 119.5
+    EXPECT_EQ(green[0].y2, 191);   // z = 2 -> 239 - 47.8
+    auto red = Drawn(LRED);
+    ASSERT_EQ(red.size(), 1u);     // (0,1,0) seen from the top: the centre pixel
+    EXPECT_EQ(red[0].x2, 319);
+    EXPECT_EQ(red[0].y2, 239);
+    turned->rotation_order = 1;
+    Headless_ClearSegments();
+    View_Refresh();
+    red = Drawn(LRED);
+    ASSERT_EQ(red.size(), 1u);
+    EXPECT_EQ(red[0].x2, 319);
+    EXPECT_EQ(red[0].y2, 262);     // (0,0,-1)
+}
+
+TEST_F(ViewDraw, InstanceDrawnInsideTheInstancingLayer) {
+    BareTopView();
+    Layer* block = AddLayer(LRED);
+    AddLine({0, 0, 0}, {1, 0, 0});
+    Layer* user = AddLayer(LGREEN);
+    user->translate = {0, 0, 2};
+    user->instance = block;
+    Headless_ClearSegments();
+    View_Refresh();
+    // The block where it stands, then its copy (in its own colour) moved 2
+    // up by the instancing layer.
+    auto red = Drawn(LRED);
+    ASSERT_EQ(red.size(), 2u);
+    EXPECT_EQ(red[0].y1, 239);
+    EXPECT_EQ(red[1].y1, 191);
+    EXPECT_EQ(red[1].x2, 342);   // 319 + 23.9
+    block->on = 0;   // an instance of a layer that is off is not drawn
+    Headless_ClearSegments();
+    View_Refresh();
+    EXPECT_EQ(Drawn(LRED).size(), 0u);
+}
+
+TEST_F(ViewDraw, InterruptStopsTheTraversal) {
+    BareTopView();
+    AddLayer(LGREEN);
+    AddLine({0, 0, 0}, {1, 0, 0});
+    g.view.user_interrupt = 1;
+    Headless_ClearTranscript();
+    EXPECT_EQ(Scene_DrawObjects(), 0);
+    EXPECT_EQ(Headless_Transcript(), " Terminated...");
+    EXPECT_EQ(CountColour(0, 0, 639, 479, LGREEN), 0);
+}
+
+TEST_F(ViewDraw, LastPointMarkerIsAnXorCross) {
+    BareTopView();
+    g.view.marker_pending = 1;
+    g.view.marker_point = {1, 0, 1};   // pixel (342.9, 215.1)
+    View_Refresh();
+    int bk = C().view_bkcolor;
+    EXPECT_NE(Headless_Pixel(342 - 14, 215), bk);
+    EXPECT_NE(Headless_Pixel(342, 215 + 14), bk);
+    EXPECT_EQ(Headless_Pixel(342 - 15, 215), bk);
+    EXPECT_EQ(Headless_Pixel(342 + 5, 215 + 5), bk);
+}
+
+TEST_F(ViewDraw, ThreeDViewDrawsNoGridNorCentre) {
+    BareTopView();
+    Viewport* vp = &g.view.Active_Viewport;
+    vp->GRID = vp->CENTER = 1;
+    g.config.colors.view_grid = LCYAN;
+    g.config.colors.view_center = LMAGENTA;
+    View_LookAt(vp, {0, 5, -20}, {0, 0, 0});
+    View_SetKind(vp, VIEW_3D);
+    View_Refresh();
+    EXPECT_EQ(CountColour(0, 0, 639, 479, LCYAN), 0);
+    EXPECT_EQ(CountColour(0, 0, 639, 479, LMAGENTA), 0);
+}
+
+TEST_F(ViewDraw, CameraIconDrawnInFlatViews) {
+    BareTopView();
+    Viewport* vp = &g.view.Active_Viewport;
+    g.config.colors.view_camera = LRED;
+    View_LookAt(vp, {0, 0, -5}, {0, 0, 0});
+    vp->CAMERA = 1;
+    View_Refresh();
+    // The line from the camera (0,0,-5) to the target: x 319, y 239 .. 358.5
+    EXPECT_EQ(Headless_Pixel(319, 300), LRED);
+    EXPECT_GT(CountColour(0, 0, 639, 479, LRED), 119);
+    vp->CAMERA = 0;
+    View_Refresh();
+    EXPECT_EQ(CountColour(0, 0, 639, 479, LRED), 0);
+}
+
+}  // namespace

@@ -1,0 +1,104 @@
+// view_scene.h - small scenes and screen probes shared by the drawing, zoom
+// and view-command tests.
+#pragma once
+#include <cmath>
+#include <vector>
+
+#include "gfx/headless/headless.h"
+#include "headless_session.h"
+#include "scene/layers.h"
+#include "view/view_commands.h"
+#include "view/view_draw.h"
+
+// A plain two-point polyline in Current_Layer.
+inline Object* AddLine(Point3 a, Point3 b) {
+    Point3 pts[2] = {a, b};
+    PolylineData p = Poly_Default();
+    p.form = FORM_POLYLINE;
+    p.poly_flags = 0;
+    p.count = 2;
+    p.points = pts;
+    return Poly_AddToScene(&p);
+}
+
+// A new top-level layer (appended) drawn in `colour`.
+inline Layer* AddLayer(int colour, int level = 0) {
+    Layer* l = Layer_Append();
+    l->color = colour;
+    l->level = level;
+    return l;
+}
+
+// The active viewport alone on the screen: TOP, centre at the origin, AREA
+// 10, rectangle 0..639 x 0..479, no furniture but the background.
+inline void BareTopView() {
+    Viewport* vp = &g.view.Active_Viewport;
+    View_Init(vp);
+    View_SetRect(vp, 0, 0, 639, 479);
+    vp->GRID = vp->AXIS = vp->CENTER = vp->title_on = 0;
+    g.view.Viewport_Layout = 1;
+    Views_StoreActive();
+}
+
+inline int CountColour(int x1, int y1, int x2, int y2, int colour) {
+    int n = 0;
+    for (int y = y1; y <= y2; y++)
+        for (int x = x1; x <= x2; x++) n += Headless_Pixel(x, y) == colour;
+    return n;
+}
+
+// Slot (1..slots) whose stored rectangle holds the pixel, 0 when none.
+inline int SlotAt(double x, double y, int slots) {
+    for (int s = 1; s <= slots; s++) {
+        const Viewport& vp = g.view.Viewports[s];
+        if (x >= vp.rect_left && x <= vp.rect_right && y >= vp.rect_top && y <= vp.rect_bottom)
+            return s;
+    }
+    return 0;
+}
+
+// A few primitives and a polyline surface in two layers.
+inline void BuildSmallScene() {
+    Layer* solids = AddLayer(LGREEN);
+    (void)solids;
+    PrimitiveData s = Primitive_Default();
+    s.prim_type = PRIM_SPHERE;
+    s.p1 = 2;
+    s.translate = {-4, 2, 0};
+    Add_Primitive(&s);
+    PrimitiveData b = Primitive_Default();
+    b.prim_type = PRIM_BOX;
+    b.size = {2, 2, 2};
+    b.translate = {3, 0, -5};
+    Add_Primitive(&b);
+    PrimitiveData c = Primitive_Default();
+    c.prim_type = PRIM_CONE;
+    c.p1 = 1.5;
+    c.p2 = 0;
+    c.p3 = 3;
+    c.translate = {4, 0, 3};
+    Add_Primitive(&c);
+    PrimitiveData t = Primitive_Default();
+    t.prim_type = PRIM_TORUS;
+    t.p1 = 2.5;
+    t.p2 = 0.5;
+    t.translate = {0, 0.5, 0};
+    Add_Primitive(&t);
+
+    AddLayer(LCYAN);
+    const int M = 10, N = 10;
+    static Point3 pts[(M + 1) * (N + 1)];
+    for (int i = 0; i <= M; i++)
+        for (int j = 0; j <= N; j++) {
+            double x = -7 + 14.0 * j / N, z = -7 + 14.0 * i / M;
+            pts[i * (N + 1) + j] = {x, -2 + 0.8 * std::sin(x * 0.7) * std::cos(z * 0.5), z};
+        }
+    PolylineData mesh = Poly_Default();
+    mesh.form = FORM_POLY_MESH;
+    mesh.poly_flags = 0;
+    mesh.size_m = M;
+    mesh.size_n = N;
+    mesh.count = (M + 1) * (N + 1);
+    mesh.points = pts;
+    Poly_AddToScene(&mesh);
+}
