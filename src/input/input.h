@@ -106,7 +106,8 @@ void Input_SetKeywords(const char* keywords, int allowNumber, int allowString);
 // "MIRROR" or MOVE. basePoint is stored in every case.
 void Input_SetRubberBand(const Point3* basePoint, const char* shapeName, const char* transformName);
 // Asks `prompt`; 0 when another command code replaced the input, else 1.
-// The answer is in g.input.InputResult; a point is also copied to pointOut.
+// The answer is in g.input.InputResult; a point is also copied to pointOut
+// (x, y, z) when it is not null.
 int Input_Get(const char* prompt, Point3* pointOut);
 // The wait: 1 command code, -1 empty Enter, -2 string, -3 number,
 // -4 keyword, -5 point.

@@ -131,7 +131,7 @@ TEST(ViewSceneProgram, LoadedWorkFileShowsTheSavedViews) {
         o.cwd = tmp.path();
         o.env["DISPLAY"] = xvfb.display();
         o.env["QMR_TRANSCRIPT"] = tmp.file("transcript.txt");
-        run = RunProcess({"sh", "-c", std::string("sleep 3 | ") + QMR_BINARY + " scene"}, o);
+        run = RunProcess({"timeout", "3", QMR_BINARY, "scene"}, o);   // SIGTERM ends it
     });
     RunOptions x;
     x.env["DISPLAY"] = xvfb.display();
@@ -140,7 +140,11 @@ TEST(ViewSceneProgram, LoadedWorkFileShowsTheSavedViews) {
         found = RunProcess({"xdotool", "search", "--name", "Quillmoor Sculptor"}, x).status == 0;
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
-    std::this_thread::sleep_for(std::chrono::milliseconds(1000));
+    // The cursor goes where the pointer is: keep it in the message area,
+    // away from the drawing area that is compared.
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    RunProcess({"xdotool", "mousemove", "100", "470"}, x);
+    std::this_thread::sleep_for(std::chrono::milliseconds(700));
     RunProcess({"sh", "-c", "xwd -root -silent > " + tmp.file("s.xwd")}, x);
     // Drawing area only: columns 12..567, rows 15..434 of the window (its
     // inside starts at 1, 1 of the root); the prompt's arrow cursor for the
