@@ -261,3 +261,22 @@ TEST_F(SnapTest, RubberBandNames) {
 }
 
 }  // namespace
+
+namespace {
+
+// The same snaps with the point clicked in the viewport rather than typed:
+// the click near (3.6, 0, 0.2) finds the first edge, whose nearer end is (4, 0, 0).
+TEST_F(SnapTest, EndPointByClick) {
+    int x, y;
+    PixelOf({3.6, 0, 0.2}, &x, &y);
+    Headless_PushText("POLYLINE\nendpoint\n");
+    Headless_PushClick(x, y);
+    Headless_PushText("midpoint\n");
+    PixelOf({1.1, 0, 0.1}, &x, &y);
+    Headless_PushClick(x, y);
+    EXPECT_FALSE(RunLoop());
+    ExpectPoint(0, 4, 0, 0);
+    ExpectPoint(1, 2, 0, 0);
+}
+
+}  // namespace
