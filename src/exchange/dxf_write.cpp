@@ -67,13 +67,9 @@ int Dxf_Facet(const Point3* corner, int n, int) {
 
 int Dxf_Export() {
     g.input.InputResult.code = 0;
-    char path[256], name[32];
-    Exchange_ExportPath(".dxf", path, sizeof path, name, sizeof name);
-    FILE* f = fopen(path, "w");
-    if (!f) {
-        Msg_Printf("\nError: Creating <%s>!", path);
-        return 1;
-    }
+    char name[32];
+    FILE* f = Exchange_CreateExport(".dxf", name, sizeof name);
+    if (!f) return 1;
     g.writer.Vertex_Tolerance = Tolerance(6);
     fputs(kHeaderAndTables, f);
     WriteLayerTable(f);

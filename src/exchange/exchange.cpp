@@ -8,6 +8,7 @@
 
 #include "exchange/exchange_internal.h"
 #include "gfx/gfx.h"
+#include "input/message.h"
 #include "state.h"
 
 int Com_ExportDxf() { return Dxf_Export(); }
@@ -15,10 +16,13 @@ int Com_ExportRaw() { return Raw_Export(); }
 
 int Exchange_UserBreak() { return X11_KeyPressed(); }
 
-void Exchange_ExportPath(const char* ext, char* path, size_t path_size, char* name,
-                         size_t name_size) {
+FILE* Exchange_CreateExport(const char* ext, char* name, size_t name_size) {
+    char path[256];
     snprintf(name, name_size, "%s%s", g.run.workFileName, ext);
-    snprintf(path, path_size, "%s/%s", g.config.WORK_DIR, name);
+    snprintf(path, sizeof path, "%s/%s", g.config.WORK_DIR, name);
+    FILE* f = fopen(path, "w");
+    if (!f) Msg_Printf("\nError: Creating <%s>!", path);
+    return f;
 }
 
 int Exchange_ReadLine(FILE* f, char* buf, int size) {

@@ -3,10 +3,10 @@
 #include <cstddef>
 #include <cstdio>
 
-// WORK_DIR + "/" + workFileName + ext into path; the shown name (without
-// the directory) into name.
-void Exchange_ExportPath(const char* ext, char* path, size_t path_size, char* name,
-                         size_t name_size);
+// Creates WORK_DIR + "/" + workFileName + ext; the shown name (without the
+// directory) goes into name. nullptr, with the message printed, when the
+// file cannot be created.
+FILE* Exchange_CreateExport(const char* ext, char* name, size_t name_size);
 
 // One line of at most size - 1 characters without its newline (and a
 // carriage return before it); a longer line is split, its rest is the next

@@ -86,13 +86,9 @@ int Raw_Triangle(Point3 a, Point3 b, Point3 c) {
 
 int Raw_Export() {
     g.input.InputResult.code = 0;
-    char path[256], name[32];
-    Exchange_ExportPath(".raw", path, sizeof path, name, sizeof name);
-    FILE* f = fopen(path, "w");
-    if (!f) {
-        Msg_Printf("\nError: Creating <%s>!", path);
-        return 1;
-    }
+    char name[32];
+    FILE* f = Exchange_CreateExport(".raw", name, sizeof name);
+    if (!f) return 1;
     g.exchange.file = f;
     g.exchange.objectsDone = 0;
     g.output.Output_Mode = OUTPUT_RAW;
