@@ -156,3 +156,41 @@ bool FileExists(const std::string& path) {
     struct stat st;
     return stat(path.c_str(), &st) == 0;
 }
+
+BackgroundRun::BackgroundRun(const std::vector<std::string>& argv, const RunOptions& opt) {
+    char tmpl[] = "/tmp/qmrpid.XXXXXX";
+    int fd = mkstemp(tmpl);
+    if (fd >= 0) close(fd);
+    pidfile_ = tmpl;
+    std::vector<std::string> wrapped = {"/bin/sh", "-c", "echo $$ > \"$0\"; exec \"$@\"", pidfile_};
+    wrapped.insert(wrapped.end(), argv.begin(), argv.end());
+    thread_ = new std::thread([this, wrapped, opt] { result_ = RunProcess(wrapped, opt); });
+}
+
+RunResult BackgroundRun::Finish(int sig) {
+    auto* t = static_cast<std::thread*>(thread_);
+    if (!finished_) {
+        std::string text = ReadFile(pidfile_);
+        int pid = atoi(text.c_str());
+        if (pid > 0) kill(pid, sig);
+        t->join();
+        finished_ = true;
+        unlink(pidfile_.c_str());
+    }
+    return result_;
+}
+
+BackgroundRun::~BackgroundRun() {
+    Finish();
+    delete static_cast<std::thread*>(thread_);
+}
+
+bool WaitForFileText(const std::string& path, const std::string& text, double seconds) {
+    auto start = std::chrono::steady_clock::now();
+    while (ReadFile(path).find(text) == std::string::npos) {
+        if (std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count() > seconds)
+            return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    return true;
+}

@@ -34,6 +34,25 @@ struct RunOptions {
 
 RunResult RunProcess(const std::vector<std::string>& argv, const RunOptions& opt);
 
+// A program run in the background until Finish(): started through a shell
+// that records its pid, so that Finish() can end it with a signal.
+class BackgroundRun {
+  public:
+    BackgroundRun(const std::vector<std::string>& argv, const RunOptions& opt);
+    ~BackgroundRun();
+    // Sends `sig` (unless the program has ended) and waits for its result.
+    RunResult Finish(int sig = 15);
+
+  private:
+    std::string pidfile_;
+    RunResult result_;
+    void* thread_;   // std::thread, kept out of this header
+    bool finished_ = false;
+};
+
+// Polls the file until it contains `text`; false after `seconds`.
+bool WaitForFileText(const std::string& path, const std::string& text, double seconds);
+
 // An Xvfb server on a free display number, stopped by the destructor.
 class XvfbServer {
   public:

@@ -20,23 +20,16 @@ TEST(StartupScreen, FrameUnderXvfb) {
     WriteFile(tmp.file("qmr.ini"), ini);
     WriteFile(tmp.file("main.mnu"), "");
     WriteFile(tmp.file("side.mnu"), "SIDEMENU(1000)\n");
-    RunResult run;
-    std::thread program([&] {
-        RunOptions o;
-        o.cwd = tmp.path();
-        o.env["DISPLAY"] = xvfb.display();
-        o.env["QMR_TRANSCRIPT"] = tmp.file("transcript.txt");
-        // The program waits at its prompt while the screenshot is taken, then
-        // SIGTERM ends it.
-        run = RunProcess({"timeout", "3", QMR_BINARY}, o);
-    });
+    RunOptions o;
+    o.cwd = tmp.path();
+    o.env["DISPLAY"] = xvfb.display();
+    o.env["QMR_TRANSCRIPT"] = tmp.file("transcript.txt");
+    o.timeout_s = 60;
+    BackgroundRun program({QMR_BINARY}, o);   // waits at its prompt until ended
     RunOptions x;
     x.env["DISPLAY"] = xvfb.display();
-    bool found = false;
-    for (int i = 0; i < 100 && !found; i++) {
-        found = RunProcess({"xdotool", "search", "--name", "Quillmoor Sculptor"}, x).status == 0;
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    }
+    // The frame and views are drawn before the first "Command: " prompt.
+    bool found = WaitForFileText(tmp.file("transcript.txt"), "Command: ", 30);
     // The pointer starts at the window's corner, over the menu bar, which then
     // shows; move it into a viewport that is not the active one.
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
@@ -50,7 +43,7 @@ TEST(StartupScreen, FrameUnderXvfb) {
         {"convert", tmp.file("startup.png"), "-format",
          "%[pixel:p{20,0}] %[pixel:p{300,100}] %[pixel:p{600,100}] %[pixel:p{300,470}]", "info:"},
         x);
-    program.join();
+    RunResult run = program.Finish();
     ASSERT_TRUE(found);
     if (const char* keep = getenv("QMR_KEEP_SCREENSHOT"))
         RunProcess({"cp", tmp.file("startup.png"), keep}, {});

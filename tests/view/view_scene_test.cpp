@@ -125,21 +125,16 @@ TEST(ViewSceneProgram, LoadedWorkFileShowsTheSavedViews) {
         ini += std::string(key) + " = " + tmp.path() + "\n";
     ini += "qmrwork = " + workDir + "\nsupport = " QMR_SOURCE_DIR "/support\n[END]\n";
     WriteFile(tmp.file("qmr.ini"), ini);
-    RunResult run;
-    std::thread program([&] {
-        RunOptions o;
-        o.cwd = tmp.path();
-        o.env["DISPLAY"] = xvfb.display();
-        o.env["QMR_TRANSCRIPT"] = tmp.file("transcript.txt");
-        run = RunProcess({"timeout", "3", QMR_BINARY, "scene"}, o);   // SIGTERM ends it
-    });
+    RunOptions o;
+    o.cwd = tmp.path();
+    o.env["DISPLAY"] = xvfb.display();
+    o.env["QMR_TRANSCRIPT"] = tmp.file("transcript.txt");
+    o.timeout_s = 60;
+    BackgroundRun program({QMR_BINARY, "scene"}, o);   // waits at its prompt until ended
     RunOptions x;
     x.env["DISPLAY"] = xvfb.display();
-    bool found = false;
-    for (int i = 0; i < 100 && !found; i++) {
-        found = RunProcess({"xdotool", "search", "--name", "Quillmoor Sculptor"}, x).status == 0;
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    }
+    // The frame and views are drawn before the first "Command: " prompt.
+    bool found = WaitForFileText(tmp.file("transcript.txt"), "Command: ", 30);
     // The cursor goes where the pointer is: keep it in the message area,
     // away from the drawing area that is compared.
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
@@ -155,7 +150,7 @@ TEST(ViewSceneProgram, LoadedWorkFileShowsTheSavedViews) {
                 tmp.file("saved_area.png")}, x);
     RunResult diff = RunProcess({"compare", "-metric", "AE", tmp.file("saved_area.png"),
                                  tmp.file("shown.png"), "null:"}, x);
-    program.join();
+    RunResult run = program.Finish();
     std::filesystem::remove_all(workDir);
     if (const char* keep = getenv("QMR_KEEP_SCREENSHOT"))
         RunProcess({"sh", "-c", "cp " + tmp.file("shown.png") + " " + tmp.file("saved_area.png") + " " + keep}, {});
