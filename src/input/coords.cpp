@@ -22,8 +22,6 @@ namespace {
 constexpr double kPi = 3.141592653589793;
 constexpr int kPickHalf = 3;   // pick box half-size for End/Mid point
 
-Point3 Add(Point3 a, Point3 b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
-Point3 Scale(Point3 a, double k) { return {a.x * k, a.y * k, a.z * k}; }
 
 void Beep() {
     if (g.config.Beep_Sounds) X11_Beep();
@@ -60,7 +58,7 @@ int ResolveSnap(int which) {
         return 0;
     }
     if (which == 702) {
-        in.cursorPoint = Add(a, Scale(Add(b, Scale(a, -1)), 0.5));
+        in.cursorPoint = Vec_Add(a, Vec_Scale(Vec_Add(b, Vec_Scale(a, -1)), 0.5));
         return 1;
     }
     Viewport* vp = &g.view.Active_Viewport;
@@ -152,12 +150,12 @@ int Input_ParseCoords(const char* text) {
         in.polarDist = std::fabs(x);
         in.polarAngle = ReduceAngle(y);
         const double rad = in.polarAngle * kPi / 180.0;
-        Point3 p = Add(Add(Scale(v.axis_h, in.polarDist * std::cos(rad)),
-                           Scale(v.axis_v, in.polarDist * std::sin(rad))),
-                       Scale(v.axis_d, z));
-        in.cursorPoint = Add(in.basePoint, p);
+        Point3 p = Vec_Add(Vec_Add(Vec_Scale(v.axis_h, in.polarDist * std::cos(rad)),
+                           Vec_Scale(v.axis_v, in.polarDist * std::sin(rad))),
+                       Vec_Scale(v.axis_d, z));
+        in.cursorPoint = Vec_Add(in.basePoint, p);
     } else if (relative) {
-        in.cursorPoint = Add(in.basePoint, {x, y, z});
+        in.cursorPoint = Vec_Add(in.basePoint, {x, y, z});
     } else {
         in.cursorPoint = {x, y, z};
     }
@@ -185,7 +183,7 @@ int Input_AcceptPoint() {
         if (!typed && g.aids.orthoOn && in.rubberShape != RUBBER_NONE && in.rubberShape != RUBBER_RECT) {
             Point3 d = {in.cursorPoint.x - in.basePoint.x, in.cursorPoint.y - in.basePoint.y,
                         in.cursorPoint.z - in.basePoint.z};
-            in.cursorPoint = Add(in.basePoint, Input_OrthoDelta(d));
+            in.cursorPoint = Vec_Add(in.basePoint, Input_OrthoDelta(d));
         }
         if (in.pendingSnap == 701 || in.pendingSnap == 702) {
             if (!ResolveSnap(in.pendingSnap)) {

@@ -18,9 +18,6 @@ namespace {
 constexpr double kDegrees = 57.29577951;
 constexpr int kCircleSteps = 36;
 
-Point3 Sub(Point3 a, Point3 b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
-Point3 Add(Point3 a, Point3 b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
-double Dot(Point3 a, Point3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
 
 // Pixel of a world point in the active viewport, kept inside int range.
 void Pixel(Point3 p, int* x, int* y) {
@@ -130,11 +127,11 @@ void Cursor_Update(int x, int y) {
         in.cursorPoint = vp->picked_point;
         if (in.rubberShape != RUBBER_NONE) {
             if (g.aids.orthoOn && in.rubberShape != RUBBER_RECT)
-                in.cursorPoint = Add(in.basePoint, Input_OrthoDelta(Sub(in.cursorPoint, in.basePoint)));
-            in.relDelta = Sub(in.cursorPoint, in.basePoint);
-            in.polarDist = std::sqrt(Dot(in.relDelta, in.relDelta));
-            in.polarAngle = kDegrees * std::atan2(Dot(in.relDelta, vp->axis_v), Dot(in.relDelta, vp->axis_h));
-            in.polarDepth = Dot(in.relDelta, vp->axis_d);
+                in.cursorPoint = Vec_Add(in.basePoint, Input_OrthoDelta(Vec_Sub(in.cursorPoint, in.basePoint)));
+            in.relDelta = Vec_Sub(in.cursorPoint, in.basePoint);
+            in.polarDist = std::sqrt(Vec_Dot(in.relDelta, in.relDelta));
+            in.polarAngle = kDegrees * std::atan2(Vec_Dot(in.relDelta, vp->axis_v), Vec_Dot(in.relDelta, vp->axis_h));
+            in.polarDepth = Vec_Dot(in.relDelta, vp->axis_d);
         }
     }
     in.cursorScreen[0] = x;

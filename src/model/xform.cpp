@@ -11,8 +11,6 @@
 
 namespace {
 
-Point3 Sub(Point3 a, Point3 b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
-Point3 Add(Point3 a, Point3 b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
 
 void TransformAll(Point3* p, int n) {
     for (int i = 0; i < n; i++) p[i] = Transform_Point(p[i]);
@@ -85,7 +83,7 @@ Point3 Transform_Point(Point3 p) {
     const XformState& x = g.xform;
     switch (x.xform_mode) {
         case XFORM_COPY:
-        case XFORM_MOVE: return Add(p, x.xform_delta);
+        case XFORM_MOVE: return Vec_Add(p, x.xform_delta);
         default: return p;
     }
 }
@@ -95,7 +93,7 @@ int Xform_Run(Point3 base, Point3 second, int mode) {
     XformState& x = g.xform;
     x.xform_base = base;
     x.xform_second = second;
-    x.xform_delta = Sub(second, base);
+    x.xform_delta = Vec_Sub(second, base);
     x.xform_mode = mode;
     if (g.scene.Selected_Count <= 0) return 1;
 

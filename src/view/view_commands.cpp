@@ -24,10 +24,6 @@ namespace {
 const double RAD_PER_DEG = 3.141592653589793 / 180.0;
 const double DRAG_POLL_INTERVAL = 0.002;   // seconds: a drag stops drawing within about this
 
-double Dot(Point3 a, Point3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
-Point3 Add(Point3 a, Point3 b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
-Point3 Sub(Point3 a, Point3 b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
-Point3 Scale(Point3 a, double s) { return {a.x * s, a.y * s, a.z * s}; }
 
 Viewport* Active() { return &g.view.Active_Viewport; }
 
@@ -94,8 +90,8 @@ struct DragStart {
 void DragFlat(const DragStart& s, int bits, double dx, double dy) {
     Viewport* vp = Active();
     if (bits & 8) {
-        Point3 moved = Sub(PlanePoint(s.view, s.cx + dx, s.cy + dy), PlanePoint(s.view, s.cx, s.cy));
-        View_SetCentre(vp, Sub(View_GetCentre(&s.view), moved));
+        Point3 moved = Vec_Sub(PlanePoint(s.view, s.cx + dx, s.cy + dy), PlanePoint(s.view, s.cx, s.cy));
+        View_SetCentre(vp, Vec_Sub(View_GetCentre(&s.view), moved));
     }
     if (bits & 4) View_SetArea(vp, s.view.AREA + (s.view.AREA / 1.5) * (dy / s.cy));
     if (bits & 3) {
@@ -110,13 +106,13 @@ void DragFlat(const DragStart& s, int bits, double dx, double dy) {
 void Drag3D(const DragStart& s, int bits, double dx, double dy) {
     Point3 cam = s.cam, tar = s.tar;
     double fov = s.fov;
-    Point3 off = Sub(s.cam, s.tar);
-    double r = std::sqrt(Dot(off, off));
+    Point3 off = Vec_Sub(s.cam, s.tar);
+    double r = std::sqrt(Vec_Dot(off, off));
     if (bits & 8) {
         double k = r * std::tan(fov / 2 * RAD_PER_DEG) / s.cy;   // world units per pixel at the target
-        Point3 shift = Add(Scale(g.view.row_x, dx * k), Scale(g.view.row_y, -dy * k));
-        cam = Sub(cam, shift);
-        tar = Sub(tar, shift);
+        Point3 shift = Vec_Add(Vec_Scale(g.view.row_x, dx * k), Vec_Scale(g.view.row_y, -dy * k));
+        cam = Vec_Sub(cam, shift);
+        tar = Vec_Sub(tar, shift);
     }
     if (bits & 4) {
         fov = s.fov + (s.fov / 1.5) * (dy / s.cy);
@@ -127,7 +123,7 @@ void Drag3D(const DragStart& s, int bits, double dx, double dy) {
         double pitch = std::asin(off.y / r) + 89.9999998 * (dy / s.cy) * RAD_PER_DEG;
         const double lim = 89.9 * RAD_PER_DEG;
         pitch = pitch > lim ? lim : (pitch < -lim ? -lim : pitch);
-        cam = Add(tar, {r * std::cos(pitch) * std::sin(yaw), r * std::sin(pitch),
+        cam = Vec_Add(tar, {r * std::cos(pitch) * std::sin(yaw), r * std::sin(pitch),
                         r * std::cos(pitch) * std::cos(yaw)});
     }
     Var_SetPoint("TAR", &tar);
@@ -181,13 +177,13 @@ int Com_Elevation() {
     Viewport* vp = Active();
     Point3 c = View_GetCentre(vp);
     char prompt[80];
-    snprintf(prompt, sizeof prompt, "\nSet Elevation value <%g>: ", Dot(c, vp->axis_d));
+    snprintf(prompt, sizeof prompt, "\nSet Elevation value <%g>: ", Vec_Dot(c, vp->axis_d));
     double e = 0;
     int got;
     if (!AskNumber(prompt, &e, &got)) return 0;
     if (!got) return 1;
-    c = Add(Add(Scale(vp->axis_h, Dot(c, vp->axis_h)), Scale(vp->axis_v, Dot(c, vp->axis_v))),
-            Scale(vp->axis_d, e));
+    c = Vec_Add(Vec_Add(Vec_Scale(vp->axis_h, Vec_Dot(c, vp->axis_h)), Vec_Scale(vp->axis_v, Vec_Dot(c, vp->axis_v))),
+            Vec_Scale(vp->axis_d, e));
     View_SetCentre(vp, c);
     SaveZoom();
     if (vp->WORLD && g.aids.Auto_Regen) View_Refresh();

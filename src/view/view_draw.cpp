@@ -27,9 +27,6 @@ const int MARKER_ARM = 14;      // half-size of the last-point cross in pixels
 
 const ScreenColors& Colours() { return g.config.colors; }
 
-Point3 Add(Point3 a, Point3 b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
-Point3 Scale(Point3 a, double s) { return {a.x * s, a.y * s, a.z * s}; }
-double Dot(Point3 a, Point3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
 
 void Segment(Viewport* vp, Point3 a, Point3 b) {
     View_MoveTo(vp, a);
@@ -42,18 +39,18 @@ void DrawGrid(Viewport* vp) {
     const double gx = vp->GRIDX, gy = vp->GRIDY;
     if (!(gx > 0) || !(gy > 0)) return;
     Point3 c = View_GetCentre(vp);
-    double offX = std::fmod(Dot(c, vp->axis_h), gx);
-    double offY = std::fmod(Dot(c, vp->axis_v), gy);
+    double offX = std::fmod(Vec_Dot(c, vp->axis_h), gx);
+    double offY = std::fmod(Vec_Dot(c, vp->axis_v), gy);
     double hw = vp->area_half_width + gx, hh = vp->AREA + gy;
     if (hw / gx > GRID_LIMIT || hh / gy > GRID_LIMIT) return;
     int nx = (int)(hw / gx), ny = (int)(hh / gy);
     X11_SetColor(Colours().view_grid);
     // Centre minus its remainders lies on a multiple of the spacing.
-    Point3 base = Add(c, Add(Scale(vp->axis_h, -offX), Scale(vp->axis_v, -offY)));
+    Point3 base = Vec_Add(c, Vec_Add(Vec_Scale(vp->axis_h, -offX), Vec_Scale(vp->axis_v, -offY)));
     for (int i = -nx; i <= nx; i++) {
-        Point3 col = Add(base, Scale(vp->axis_h, i * gx));
+        Point3 col = Vec_Add(base, Vec_Scale(vp->axis_h, i * gx));
         for (int j = -ny; j <= ny; j++) {
-            View_Project(vp, Add(col, Scale(vp->axis_v, j * gy)));
+            View_Project(vp, Vec_Add(col, Vec_Scale(vp->axis_v, j * gy)));
             double x = vp->screen_x, y = vp->screen_y;
             if (x >= vp->rect_left && x <= vp->rect_right && y >= vp->rect_top &&
                 y <= vp->rect_bottom)
@@ -66,12 +63,12 @@ void DrawGrid(Viewport* vp) {
 // and `across2` the two planes that contain it.
 void DrawAxis(Viewport* vp, float L, Point3 along, Point3 across1, Point3 across2, int colour) {
     X11_SetColor(colour);
-    Point3 tip = Scale(along, L);
+    Point3 tip = Vec_Scale(along, L);
     Segment(vp, {0, 0, 0}, tip);
-    Point3 foot = Scale(along, 0.8 * L);
+    Point3 foot = Vec_Scale(along, 0.8 * L);
     for (Point3 across : {across1, across2}) {
-        Point3 a = Add(foot, Scale(across, 0.12 * L));
-        Point3 b = Add(foot, Scale(across, -0.12 * L));
+        Point3 a = Vec_Add(foot, Vec_Scale(across, 0.12 * L));
+        Point3 b = Vec_Add(foot, Vec_Scale(across, -0.12 * L));
         Segment(vp, a, tip);
         Segment(vp, b, tip);
         Segment(vp, a, b);
@@ -120,7 +117,7 @@ void DrawCameraIcon(Viewport* vp) {
         double angle = i * 90 * RAD_PER_DEG;
         double u = std::cos(angle) * r * g.view.camera_aspect, w = std::sin(angle) * r;
         double t = a * c2 - w * s2;
-        Point3 corner = Add({t * c1 - u * s1, u * c1 + t * s1, w * c2 + a * s2}, cam);
+        Point3 corner = Vec_Add({t * c1 - u * s1, u * c1 + t * s1, w * c2 + a * s2}, cam);
         Segment(vp, cam, corner);
         if (i > 0) Segment(vp, corner, prev);
         prev = corner;

@@ -38,13 +38,6 @@ const KindAxes* FindKind(int kind) {
     return nullptr;
 }
 
-double Dot(Point3 a, Point3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
-Point3 Sub(Point3 a, Point3 b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
-Point3 Cross(Point3 a, Point3 b) {
-    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
-}
-double Length(Point3 a) { return std::sqrt(Dot(a, a)); }
-Point3 Scale(Point3 a, double s) { return {a.x * s, a.y * s, a.z * s}; }
 bool Finite(Point3 a) { return std::isfinite(a.x) && std::isfinite(a.y) && std::isfinite(a.z); }
 
 // A pixel coordinate clamped into [0, limit]; NaN becomes 0.
@@ -199,31 +192,31 @@ void View_SetFov(Viewport* vp, double deg) {
 int View_LookAt(Viewport* vp, Point3 cam, Point3 tar) {
     vp->TAR = tar;
     vp->CAM = cam;
-    Point3 d = Sub(tar, cam);
-    double len = Length(d);
+    Point3 d = Vec_Sub(tar, cam);
+    double len = Vec_Length(d);
     if (!Finite(cam) || !Finite(tar) || !(len > 0) || !std::isfinite(len)) return 0;
 
     Point3 up = {-vp->UP.x, -vp->UP.y, -vp->UP.z};
-    Point3 rz = Scale(d, 1.0 / len);
-    Point3 rx = Cross(up, d);
-    double lx = Length(rx);
-    if (!Finite(up) || !(lx > 1e-12 * len * Length(up))) {
+    Point3 rz = Vec_Scale(d, 1.0 / len);
+    Point3 rx = Vec_Cross(up, d);
+    double lx = Vec_Length(rx);
+    if (!Finite(up) || !(lx > 1e-12 * len * Vec_Length(up))) {
         Point3 axis = {0, -1, 0};
         if (std::fabs(rz.y) > 0.9) axis = {0, 0, -1};
-        rx = Cross(axis, d);
-        lx = Length(rx);
+        rx = Vec_Cross(axis, d);
+        lx = Vec_Length(rx);
     }
-    rx = Scale(rx, 1.0 / lx);
-    Point3 ry = Cross(rz, rx);
-    ry = Scale(ry, 1.0 / Length(ry));
+    rx = Vec_Scale(rx, 1.0 / lx);
+    Point3 ry = Vec_Cross(rz, rx);
+    ry = Vec_Scale(ry, 1.0 / Vec_Length(ry));
 
     ViewState& v = g.view;
     v.row_x = rx;
     v.row_y = ry;
     v.row_z = rz;
-    v.t_x = -Dot(rx, cam);
-    v.t_y = -Dot(ry, cam);
-    v.t_z = -Dot(rz, cam);
+    v.t_x = -Vec_Dot(rx, cam);
+    v.t_y = -Vec_Dot(ry, cam);
+    v.t_z = -Vec_Dot(rz, cam);
     vp->camera_valid = 1;
 
     // Heading about the Y axis from +Z, pitch above the horizontal.
@@ -240,9 +233,9 @@ Point3 View_GetCentre(const Viewport* vp) { return vp->ELEVATION; }
 void View_Project(Viewport* vp, Point3 p) {
     if (vp->VIEW == VIEW_3D) {
         const ViewState& v = g.view;
-        vp->eye_point.x = (Dot(p, v.row_x) + v.t_x) * vp->focal;
-        vp->eye_point.y = (Dot(p, v.row_y) + v.t_y) * vp->focal;
-        vp->eye_point.z = Dot(p, v.row_z) + v.t_z;
+        vp->eye_point.x = (Vec_Dot(p, v.row_x) + v.t_x) * vp->focal;
+        vp->eye_point.y = (Vec_Dot(p, v.row_y) + v.t_y) * vp->focal;
+        vp->eye_point.z = Vec_Dot(p, v.row_z) + v.t_z;
         vp->screen_x = vp->screen_cx;   // the pen divides by depth per line
         vp->screen_y = vp->screen_cy;
         return;
@@ -252,10 +245,10 @@ void View_Project(Viewport* vp, Point3 p) {
         vp->screen_y = p.y;
         return;
     }
-    Point3 q = Sub(p, vp->ELEVATION);
-    double a = Dot(q, vp->axis_h), b = Dot(q, vp->axis_v);
+    Point3 q = Vec_Sub(p, vp->ELEVATION);
+    double a = Vec_Dot(q, vp->axis_h), b = Vec_Dot(q, vp->axis_v);
     if (vp->WORLD) {
-        double n = Dot(q, vp->axis_d);
+        double n = Vec_Dot(q, vp->axis_d);
         double u = a * vp->cos_heading - b * vp->sin_heading;
         double w = n * vp->sin_pitch + (a * vp->sin_heading + b * vp->cos_heading) * vp->cos_pitch;
         a = u;
@@ -288,7 +281,7 @@ void View_ScreenToWorld(Viewport* vp, int sx, int sy) {
                 vp->ELEVATION.z + h * vp->axis_h.z + v * vp->axis_v.z};
     if (vp->SNAP) {
         // Towards zero from the world origin; a zero spacing leaves that axis alone.
-        double a = Dot(p, vp->axis_h), b = Dot(p, vp->axis_v), n = Dot(p, vp->axis_d);
+        double a = Vec_Dot(p, vp->axis_h), b = Vec_Dot(p, vp->axis_v), n = Vec_Dot(p, vp->axis_d);
         if (vp->SNAPX != 0) a -= std::fmod(a, vp->SNAPX);
         if (vp->SNAPY != 0) b -= std::fmod(b, vp->SNAPY);
         p = {a * vp->axis_h.x + b * vp->axis_v.x + n * vp->axis_d.x,

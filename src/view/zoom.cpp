@@ -18,7 +18,6 @@
 
 namespace {
 
-double Dot(Point3 a, Point3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
 
 int ClampSlot(int n) { return n < 1 ? 1 : (n > 4 ? 4 : n); }
 
@@ -105,8 +104,8 @@ void View_ZoomWindow(Point3 p1, Point3 p2) {
                   c.z + h * vp->axis_h.z + v * vp->axis_v.z};
         }
     }
-    double hw = std::fabs(Dot(p1, vp->axis_h) - Dot(p2, vp->axis_h)) / 2;
-    double hh = std::fabs(Dot(p1, vp->axis_v) - Dot(p2, vp->axis_v)) / 2;
+    double hw = std::fabs(Vec_Dot(p1, vp->axis_h) - Vec_Dot(p2, vp->axis_h)) / 2;
+    double hh = std::fabs(Vec_Dot(p1, vp->axis_v) - Vec_Dot(p2, vp->axis_v)) / 2;
     View_SetArea(vp, (hh == 0 || hw / hh > aspect) ? hw / aspect : hh);
     View_SetCentre(vp, centre);
     SaveZoom();
