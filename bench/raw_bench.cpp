@@ -14,23 +14,11 @@
 #include "exchange/exchange.h"
 #include "gfx/headless/headless.h"
 #include "gfx/screen.h"
+#include "bench_util.h"
 #include "state.h"
 
 namespace {
 
-double Now() {
-    using namespace std::chrono;
-    return duration<double>(steady_clock::now().time_since_epoch()).count();
-}
-
-long FileSize(const char* path) {
-    FILE* f = fopen(path, "rb");
-    if (!f) return 0;
-    fseek(f, 0, SEEK_END);
-    long n = ftell(f);
-    fclose(f);
-    return n;
-}
 
 long CountTriangles() {
     long n = 0;

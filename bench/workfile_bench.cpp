@@ -10,24 +10,12 @@
 #include <unistd.h>
 #include <vector>
 
+#include "bench_util.h"
 #include "state.h"
 #include "workfile/workfile.h"
 
 namespace {
 
-double Now() {
-    using namespace std::chrono;
-    return duration<double>(steady_clock::now().time_since_epoch()).count();
-}
-
-long FileSize(const char* path) {
-    FILE* f = fopen(path, "rb");
-    if (!f) return 0;
-    fseek(f, 0, SEEK_END);
-    long n = ftell(f);
-    fclose(f);
-    return n;
-}
 
 // Plain stdio: the same bytes written and read in 24-byte values.
 void PlainStdio(const char* path, long bytes, double* write_s, double* read_s) {
