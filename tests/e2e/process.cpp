@@ -92,32 +92,34 @@ RunResult RunProcess(const std::vector<std::string>& argv, const RunOptions& opt
 }
 
 XvfbServer::XvfbServer(const char* screen, const std::vector<std::string>& extraArgs) {
-    for (int n = 90 + getpid() % 50; n < 400; n++) {
-        std::string lock = "/tmp/.X" + std::to_string(n) + "-lock";
-        std::string sock = "/tmp/.X11-unix/X" + std::to_string(n);
-        if (FileExists(lock) || FileExists(sock)) continue;
-        display_ = ":" + std::to_string(n);
-        pid_t pid = fork();
-        if (pid == 0) {
-            int devnull = open("/dev/null", O_RDWR);
-            dup2(devnull, 1);
-            dup2(devnull, 2);
-            std::vector<const char*> args = {"Xvfb", display_.c_str(), "-screen", "0", screen,
-                                             "-nolisten", "tcp"};
-            for (const std::string& a : extraArgs) args.push_back(a.c_str());
-            args.push_back(nullptr);
-            execvp("Xvfb", const_cast<char**>(args.data()));
-            _exit(127);
-        }
-        for (int i = 0; i < 100; i++) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(50));
-            int status;
-            if (waitpid(pid, &status, WNOHANG) == pid) break;   // died: try the next number
-            if (FileExists(sock)) {
-                pid_ = pid;
-                return;
-            }
-        }
+    // -displayfd lets the server pick a free display itself and tell us once
+    // it accepts connections: no race between tests started together.
+    int fds[2];
+    if (pipe2(fds, O_CLOEXEC) != 0) return;
+    pid_t pid = fork();
+    if (pid == 0) {
+        fcntl(fds[1], F_SETFD, 0);
+        int devnull = open("/dev/null", O_RDWR);
+        dup2(devnull, 1);
+        dup2(devnull, 2);
+        std::string fd = std::to_string(fds[1]);
+        std::vector<const char*> args = {"Xvfb", "-displayfd", fd.c_str(), "-screen", "0", screen,
+                                         "-nolisten", "tcp"};
+        for (const std::string& a : extraArgs) args.push_back(a.c_str());
+        args.push_back(nullptr);
+        execvp("Xvfb", const_cast<char**>(args.data()));
+        _exit(127);
+    }
+    close(fds[1]);
+    std::string number;
+    struct pollfd p = {fds[0], POLLIN, 0};
+    char c;
+    while (poll(&p, 1, 20000) > 0 && read(fds[0], &c, 1) == 1 && c != '\n') number += c;
+    close(fds[0]);
+    if (pid > 0 && !number.empty()) {
+        pid_ = pid;
+        display_ = ":" + number;
+    } else if (pid > 0) {
         kill(pid, SIGKILL);
         waitpid(pid, nullptr, 0);
     }
