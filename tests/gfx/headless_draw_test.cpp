@@ -20,13 +20,13 @@ class HeadlessDraw : public HeadlessTest {
 };
 
 TEST_F(HeadlessDraw, FrameAndInputLabel) {
-    EXPECT_EQ(g.screen.sideMenuX, 640 - 72);   // twelve 6-pixel cells
+    EXPECT_EQ(g.screen.sideMenuX, 640 - 96);   // twelve 8-pixel cells
     EXPECT_EQ(g.screen.inputLineY, 480 - 45);
     EXPECT_EQ(Headless_Pixel(0, 0), BLUE);
     EXPECT_EQ(Headless_Pixel(639, 14), BLUE);
     EXPECT_EQ(Headless_Pixel(300, 15), WHITE);   // untouched drawing area
-    EXPECT_EQ(Headless_Pixel(568, 200), BLUE);
-    EXPECT_EQ(Headless_Pixel(567, 200), WHITE);
+    EXPECT_EQ(Headless_Pixel(544, 200), BLUE);
+    EXPECT_EQ(Headless_Pixel(543, 200), WHITE);
     EXPECT_EQ(Headless_Pixel(300, 434), WHITE);
     EXPECT_EQ(Headless_Pixel(300, 435), BLUE);
     EXPECT_EQ(Headless_Pixel(639, 479), BLUE);
@@ -38,7 +38,7 @@ TEST_F(HeadlessDraw, LargerModeMovesTheColumns) {
     Screen_Open(258);
     EXPECT_EQ(Headless_Width(), 800);
     EXPECT_EQ(Headless_Height(), 600);
-    EXPECT_EQ(g.screen.sideMenuX, 728);
+    EXPECT_EQ(g.screen.sideMenuX, 800 - 96);
     EXPECT_EQ(g.screen.inputLineY, 555);
     EXPECT_EQ(X11_InitGraph(261), 1);   // a second call changes nothing
     EXPECT_EQ(Headless_Width(), 800);
@@ -102,8 +102,8 @@ TEST_F(HeadlessDraw, TextTopLeftAtCurrentPosition) {
     X11_SetColor(YELLOW);
     X11_MoveTo(20, 30);
     X11_OutText("H");
-    // The glyph cell is 6 x 13 from (20, 30); "H" has its two stems at
-    // columns 1 and 5 of the cell and nothing in the top two rows.
+    // The glyph cell is 8 x 13 from (20, 30); "H" lies inside it, above
+    // the baseline.
     int minY = 999, maxY = -1, minX = 999, maxX = -1;
     for (int y = 0; y < 480; y++)
         for (int x = 0; x < 640; x++)
@@ -114,9 +114,9 @@ TEST_F(HeadlessDraw, TextTopLeftAtCurrentPosition) {
     EXPECT_GE(minY, 30);
     EXPECT_LT(maxY, 30 + 11);   // above the baseline (ascent 11)
     EXPECT_GE(minX, 20);
-    EXPECT_LT(maxX, 26);
-    EXPECT_EQ(X11_TextWidth("aaaaaaaaaaaa"), 72);
-    X11_MoveTo(26, 30);
+    EXPECT_LT(maxX, 28);
+    EXPECT_EQ(X11_TextWidth("aaaaaaaaaaaa"), 96);
+    X11_MoveTo(28, 30);
     X11_OutText("i there");
     EXPECT_EQ(Headless_ReadText(20, 30, 8, YELLOW), "Hi there");
 }

@@ -32,7 +32,7 @@ TEST(MessageBeforeWindow, GoesToStandardOutputAndTranscript) {
 TEST_F(MessageTest, NewlineScrollsTheBottomLineUp) {
     Msg_Printf("\nCommand: ");
     EXPECT_EQ(Line(1), Pad("Command: ", 40));
-    EXPECT_EQ(g.screen.msgColumn, 9 * 6);
+    EXPECT_EQ(g.screen.msgColumn, 9 * 8);
     Msg_Printf("SPHERE");
     EXPECT_EQ(Line(1), Pad("Command: SPHERE", 40));
     Msg_Printf("\nSPHERE> Center point: ");
@@ -53,33 +53,33 @@ TEST_F(MessageTest, DrawingColourIsKept) {
 }
 
 TEST(MessageWrap, InsertsNewlineBeforeWhatDoesNotFit) {
-    Headless_Reset();   // the 6-pixel cell of the headless font
+    Headless_Reset();   // the 8-pixel cell of the headless font
     char buf[256] = "abcdefgh";
-    Msg_Wrap(buf, 0, 30);   // five cells fit
+    Msg_Wrap(buf, 0, 40);   // five cells fit
     EXPECT_STREQ(buf, "abcde\nfgh");
     strcpy(buf, "abcdefgh");
-    Msg_Wrap(buf, 12, 30);   // two cells already used
+    Msg_Wrap(buf, 16, 40);   // two cells already used
     EXPECT_STREQ(buf, "abc\ndefgh");
     strcpy(buf, "ab\ncdefg");
-    Msg_Wrap(buf, 24, 30);   // "\n" resets the column
+    Msg_Wrap(buf, 32, 40);   // "\n" resets the column
     EXPECT_STREQ(buf, "a\nb\ncdefg");
     std::string full(252, 'x');   // two "\n" bring it to 254, then no more
     strcpy(buf, full.c_str());
-    Msg_Wrap(buf, 0, 30);
+    Msg_Wrap(buf, 0, 40);
     EXPECT_EQ(std::string(buf), "xxxxx\nxxxxx\n" + std::string(242, 'x'));
 }
 
 TEST_F(MessageTest, LongTextWraps) {
-    Msg_Printf("\n%s", std::string(200, 'q').c_str());
-    // 106 cells of 6 pixels fit in 640: lines of 106 and 94.
-    EXPECT_EQ(Line(0, 106), std::string(106, 'q'));
-    EXPECT_EQ(Line(1, 95), std::string(94, 'q') + " ");
+    Msg_Printf("\n%s", std::string(150, 'q').c_str());
+    // 80 cells of 8 pixels fit in 640: lines of 80 and 70.
+    EXPECT_EQ(Line(0, 80), std::string(80, 'q'));
+    EXPECT_EQ(Line(1, 71), std::string(70, 'q') + " ");
 }
 
 TEST_F(MessageTest, AtMost255CharactersPerCall) {
     Msg_Printf("\n%s", std::string(300, 'q').c_str());
     EXPECT_EQ(Headless_Transcript(), "\n" + std::string(254, 'q'));
-    EXPECT_EQ(Line(1, 106), std::string(106, 'q'));   // too long to wrap: cut at the edge
+    EXPECT_EQ(Line(1, 80), std::string(80, 'q'));   // too long to wrap: cut at the edge
 }
 
 TEST_F(MessageTest, TranscriptCanBeCleared) {

@@ -27,12 +27,12 @@ TEST_F(StatusLineTest, FieldsAtTheirPlaces) {
 }
 
 TEST_F(StatusLineTest, TextsAreCutToTheirFields) {
-    // 98 pixels hold 16 cells of 6; the coordinates end before x = 568.
+    // 98 pixels hold 12 cells of 8; the coordinates end before x = 544.
     Status_Draw({"ABCDEFGHIJKLMNOPQRST", RED, 0, 0,
                  "123456789012345678901234567890123456789012345678901234567890"});
-    EXPECT_EQ(At(12, 17), "ABCDEFGHIJKLMNOP ");
-    EXPECT_EQ(At(220, 58), std::string("1234567890123456789012345678901234567890123456789012345678"));
-    EXPECT_EQ(Headless_Pixel(568, 5), BLUE);   // the side-menu column is not written
+    EXPECT_EQ(At(12, 13), "ABCDEFGHIJKL ");
+    EXPECT_EQ(At(220, 40), std::string("1234567890123456789012345678901234567890"));
+    EXPECT_EQ(Headless_Pixel(544, 5), BLUE);   // the side-menu column is not written
 }
 
 TEST(StatusCoords, ThreeModes) {

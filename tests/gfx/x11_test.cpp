@@ -98,7 +98,7 @@ TEST(X11NoServer, CannotConnect) {
 TEST_F(X11Test, SameFrameAsHeadless) {
     RunResult r = Driver({"draw", "18", tmp.file("x.ppm")}, xvfb.display());
     ASSERT_EQ(r.status, 0) << r.out;
-    EXPECT_EQ(r.out, "cell 6 size 640 480\n");
+    EXPECT_EQ(r.out, "cell 8 size 640 480\n");
     std::string x11 = PpmPixels(ReadFile(tmp.file("x.ppm")));
     std::string hl = HeadlessScriptRgb();
     ASSERT_EQ(x11.size(), hl.size());
@@ -110,12 +110,24 @@ TEST_F(X11Test, SameFrameAsHeadless) {
 
 TEST_F(X11Test, ModeSizesAndPalette) {
     RunResult r = Driver({"draw", "258", tmp.file("m.ppm")}, xvfb.display());
-    EXPECT_EQ(r.out, "cell 6 size 800 600\n");
+    EXPECT_EQ(r.out, "cell 8 size 800 600\n");
     r = Driver({"draw", "256", tmp.file("m.ppm")}, xvfb.display());
-    EXPECT_EQ(r.out, "cell 6 size 640 480\n");
+    EXPECT_EQ(r.out, "cell 8 size 640 480\n");
     // The frame is not drawn in this mode: the pixmap is the window's white.
     std::string px = PpmPixels(ReadFile(tmp.file("m.ppm")));
     EXPECT_EQ((unsigned char)px[0], 255);
+}
+
+// A server whose font path is an empty directory has only its built-in
+// "fixed" font, 6 pixels wide: the first choice fails and the alias is used.
+TEST(X11Font, FallsBackToFixed) {
+    TempDir fonts;
+    XvfbServer bare("640x480x24", {"-fp", fonts.path()});
+    if (!bare.ok()) GTEST_SKIP() << "Xvfb did not start";
+    TempDir tmp;
+    RunResult r = Driver({"draw", "18", tmp.file("f.ppm")}, bare.display());
+    EXPECT_EQ(r.status, 0) << r.out;
+    EXPECT_EQ(r.out, "cell 6 size 640 480\n");
 }
 
 TEST_F(X11Test, ExposureIsRepairedFromThePixmap) {

@@ -93,15 +93,12 @@ TEST_F(CoordsTest, StringsKeywordsAndTheCommandPrompt) {
 }
 
 TEST_F(CoordsTest, InputLineHoldsAtMost126Characters) {
-    Headless_Reset();
-    Screen_Open(260);   // 1024 wide: the character limit comes first
-    Screen_DrawFrame();
+    // Without a screen width to respect, the buffer's limit holds.
+    g.screen.open = false;
     Headless_PushText(std::string(200, 'x').c_str());
     EXPECT_FALSE(RunLoop());
     EXPECT_EQ(g.input.textLength, 126);
     EXPECT_EQ(std::string(g.input.InputResult.text), std::string(126, 'x'));
-    const int fg = g.config.colors.foreground;
-    EXPECT_EQ(Headless_ReadText(0, g.screen.inputLineY + 1, 7 + 127, fg), "INPUT: " + std::string(126, 'x') + " ");
     // Backspace takes one off; Enter then tries the name.
     Headless_PushText(std::string(200, 'x').c_str());
     Headless_PushKey(KEY_BACKSPACE);
@@ -109,14 +106,26 @@ TEST_F(CoordsTest, InputLineHoldsAtMost126Characters) {
     Headless_ClearTranscript();
     EXPECT_FALSE(RunLoop());
     EXPECT_EQ(Headless_Transcript(), "\nCommand: \nUnknown Command\a\nCommand: ");
+    g.screen.open = true;
 }
 
 TEST_F(CoordsTest, InputLineStopsAtTheScreenEdge) {
-    // 640 pixels of 6-pixel characters: "INPUT: ", the line and a "W" must fit,
-    // so the line stops at 99 characters.
+    // 8-pixel characters: "INPUT: ", the line and a "W" must fit. In 640
+    // pixels (80 cells) the line stops at 73 characters, in 1024 (128) at 121.
     Headless_PushText(std::string(150, 'y').c_str());
     EXPECT_FALSE(RunLoop());
-    EXPECT_EQ(g.input.textLength, 99);
+    EXPECT_EQ(g.input.textLength, 73);
+    const int fg = g.config.colors.foreground;
+    EXPECT_EQ(Headless_ReadText(0, g.screen.inputLineY + 1, 80, fg), "INPUT: " + std::string(73, 'y'));
+}
+
+TEST_F(CoordsTest, WiderScreenHoldsMore) {
+    Headless_Reset();
+    Screen_Open(260);
+    Screen_DrawFrame();
+    Headless_PushText(std::string(150, 'y').c_str());
+    EXPECT_FALSE(RunLoop());
+    EXPECT_EQ(g.input.textLength, 121);
 }
 
 TEST_F(CoordsTest, AnyBytesTypedNeverCrash) {

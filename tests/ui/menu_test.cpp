@@ -37,10 +37,10 @@ TEST_F(MenuTest, TitlesAndBoxesAreLaidOutFromTheText) {
     ASSERT_EQ(b.titles.size(), 2u);
     EXPECT_STREQ(b.titles[0].text, "File");
     EXPECT_EQ(b.titles[0].x1, 0);
-    EXPECT_EQ(b.titles[0].x2, 23);                 // 4 characters of 6 pixels
+    EXPECT_EQ(b.titles[0].x2, 31);                 // 4 characters of 8 pixels
     EXPECT_STREQ(b.titles[1].text, " Two words ");   // blanks kept inside quotes
-    EXPECT_EQ(b.titles[1].x1, 24);
-    EXPECT_EQ(b.titles[1].x2, 24 + 66 - 1);
+    EXPECT_EQ(b.titles[1].x1, 32);
+    EXPECT_EQ(b.titles[1].x2, 32 + 88 - 1);
     ASSERT_EQ(b.titles[0].items.size(), 3u);
     EXPECT_STREQ(b.titles[0].items[1].text, "Save file ");
     EXPECT_EQ(b.titles[0].items[0].code, 102);
@@ -48,26 +48,26 @@ TEST_F(MenuTest, TitlesAndBoxesAreLaidOutFromTheText) {
     EXPECT_EQ(b.titles[0].items[2].code, 0);     // unknown name: does nothing
     EXPECT_EQ(b.titles[0].by1, 15);
     EXPECT_EQ(b.titles[0].by2, 3 * 15 + 15 - 1);
-    EXPECT_EQ(b.titles[0].bx2, 0 + 60 + 6);      // "Save file " and the width of "h"
+    EXPECT_EQ(b.titles[0].bx2, 0 + 80 + 8);      // "Save file " and the width of "h"
     EXPECT_TRUE(b.titles[1].items.empty());
 }
 
 TEST_F(MenuTest, TitlesPastTheBarAndItemsBelowTheScreenAreDropped) {
-    std::string text = "POPUP(\"" + std::string(29, 'A') + "\")\nPOPUP(\"" + std::string(29, 'B') + "\")\n"
-                       "POPUP(\"" + std::string(29, 'C') + "\")\nPOPUP(\"DDD\")\n";
+    std::string text = "POPUP(\"" + std::string(20, 'A') + "\")\nPOPUP(\"" + std::string(20, 'B') + "\")\n"
+                       "POPUP(\"" + std::string(20, 'C') + "\")\nPOPUP(\"DDD\")\n";
     for (int i = 0; i < 30; i++) text += "ITEM(\"" + std::string(40, 'i') + "\", SAVE)\n";
-    text += "POPUP(\"" + std::string(29, 'E') + "\")\nITEM(\"x\", NEW)\nPOPUP(\"F\")\n";
+    text += "POPUP(\"" + std::string(20, 'E') + "\")\nITEM(\"x\", NEW)\nPOPUP(\"F\")\n";
     ASSERT_EQ(LoadBar(text), 1);
     const MenuBar& b = g.menus.bar;
-    // 3 x 174 + 18 = 540 pixels fit left of 568; "EEE..." would end at 713.
+    // 3 x 160 + 24 = 504 pixels fit left of 544; "EEE..." would end at 663.
     ASSERT_EQ(b.titles.size(), 4u);
     const MenuTitle& d = b.titles[3];
-    EXPECT_EQ(d.x1, 3 * 174);
+    EXPECT_EQ(d.x1, 3 * 160);
     EXPECT_EQ(d.items.size(), 27u);              // the 28th would reach the input line
     EXPECT_EQ(d.by2, 27 * 15 + 14);
     EXPECT_EQ(strlen(d.items[0].text), 30u);     // cut to 29, one blank added
     EXPECT_EQ(d.bx2 + 3, 640);                   // pushed left to stay inside the window
-    EXPECT_EQ(d.bx2 - d.bx1, 30 * 6 + 6);
+    EXPECT_EQ(d.bx2 - d.bx1, 30 * 8 + 8);
 }
 
 TEST_F(MenuTest, HostileMenuFilesNeverCrash) {
@@ -91,7 +91,7 @@ TEST_F(MenuTest, ClickingATitleTwiceOpensAndClosesIt) {
     EXPECT_EQ(MenuBar_Track(b, 5, 5, MOUSE_LEFT), -2);
     EXPECT_EQ(b->open, 0);
     EXPECT_EQ(b->shown, 1);
-    EXPECT_EQ(Headless_Pixel(30, 5), g.config.colors.menu_bkcolor);   // the bar over the status line
+    EXPECT_EQ(Headless_Pixel(40, 5), g.config.colors.menu_bkcolor);   // the bar over the status line
     EXPECT_EQ(MenuBar_Track(b, 5, 5, MOUSE_LEFT), -2);
     EXPECT_EQ(b->open, -1);
     EXPECT_EQ(MenuBar_Track(b, 5, 5, MOUSE_LEFT), -2);
@@ -102,7 +102,7 @@ TEST_F(MenuTest, ClickingATitleTwiceOpensAndClosesIt) {
     EXPECT_EQ(MenuBar_Track(b, 10, 15 + 15 + 7, MOUSE_LEFT), 104);
     EXPECT_EQ(b->open, -1);
     EXPECT_EQ(b->shown, 0);
-    EXPECT_EQ(Headless_Pixel(30, 5), g.config.colors.background);
+    EXPECT_EQ(Headless_Pixel(40, 5), g.config.colors.background);
 }
 
 TEST_F(MenuTest, SideMenuRowsAndAnswers) {

@@ -4,7 +4,7 @@
 // Lines follow the X server's zero-width Bresenham (no octant bias); an
 // outline rectangle is a closed polyline whose segments omit their last
 // point, so under XOR a degenerate rectangle cancels where X's does. Text
-// uses the 6x13 glyphs the x11 backend loads. Pixel values are the palette
+// uses the glyphs of the font the x11 backend loads (tools/fontdump.cpp). Pixel values are the palette
 // indices themselves; write modes combine indices.
 #include <cstdio>
 #include <cstdlib>
@@ -27,9 +27,9 @@ using headless::d;
 namespace {
 
 const unsigned char kGlyphs[256][13] = {
-#include "gfx/headless/font6x13.inc"
+#include "gfx/headless/font8x13.inc"
 };
-constexpr int kCellW = 6, kCellH = 13;
+constexpr int kCellW = 8, kCellH = 13;
 
 void Plot(int x, int y) {
     if (x < 0 || y < 0 || x >= d.width || y >= d.height) return;
@@ -161,7 +161,7 @@ void X11_OutText(const char* text) {
     for (const unsigned char* p = (const unsigned char*)text; *p; p++, x0 += kCellW)
         for (int row = 0; row < kCellH; row++)
             for (int col = 0; col < kCellW; col++)
-                if (kGlyphs[*p][row] & (0x20 >> col)) Plot(x0 + col, d.penY + row);
+                if (kGlyphs[*p][row] & (0x80 >> col)) Plot(x0 + col, d.penY + row);
 }
 
 X11_Image* X11_AllocImage() { return new X11_Image; }
@@ -240,7 +240,7 @@ std::string Headless_ReadText(int x, int y, int cells, int fg) {
             bool same = true;
             for (int row = 0; row < kCellH && same; row++)
                 for (int col = 0; col < kCellW && same; col++) {
-                    bool on = kGlyphs[c][row] & (0x20 >> col);
+                    bool on = kGlyphs[c][row] & (0x80 >> col);
                     same = on == (Headless_Pixel(x + i * kCellW + col, y + row) == fg);
                 }
             if (same) found = (char)c;

@@ -48,10 +48,10 @@ struct X11State {
 
 X11State x;
 
-// The 6x13 cell font first, so the headless backend's glyphs match; the
-// server's "fixed" alias otherwise.
+// An 8-pixel cell gives 80 text columns in 640 pixels; "fixed" is the
+// alias every server has.
 const char* const kFonts[] = {
-    "-misc-fixed-medium-r-semicondensed--13-*-*-*-c-60-iso8859-1",
+    "-misc-fixed-*-*-*-*-12-*-*-*-*-80-*-*",
     "fixed",
 };
 
@@ -267,7 +267,7 @@ unsigned long X11_GetPixel(int px, int py) {
 }
 
 int X11_TextWidth(const char* text) {
-    if (!x.font) return 6 * (int)strlen(text);   // before the window: the 6x13 cell
+    if (!x.font) return 8 * (int)strlen(text);   // before the window: the usual cell
     return XTextWidth(x.font, text, (int)strlen(text));
 }
 
