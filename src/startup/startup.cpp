@@ -60,14 +60,6 @@ void SetWorkPath(const char* name) {
     snprintf(g.run.workFilePath, sizeof g.run.workFilePath, "%s/%s", g.config.WORK_DIR, name);
 }
 
-// Name of a path without directory and extension, cut to 12 characters.
-void BaseName(char* out, const char* path) {
-    const char* slash = strrchr(path, '/');
-    const char* base = slash ? slash + 1 : path;
-    CopyCut(out, 13, base);
-    out[strcspn(out, ".")] = '\0';
-}
-
 int AskYesNo(const char* keywords, const char* prompt) {
     Input_SetKeywords(keywords, 0, 0);
     Input_SetMask(1);
@@ -110,7 +102,8 @@ void Startup_FirstWorkFile(int argc, char** argv) {
 }
 
 int Startup_LoadWorkFile() {
-    BaseName(g.run.workFileName, g.run.workFilePath);
+    // Only a file that opens renames the scene (the reader does it); a missing
+    // one leaves the name as it was, so a default scene becomes "untitled".
     int ok = WorkFile_Load(g.run.workFilePath);
     if (ok)
         Msg_Printf("\n<%s> File Loaded!", g.run.workFileName);
@@ -123,6 +116,14 @@ int Startup_LoadWorkFile() {
         strcpy(g.run.Image_Name, "untitled");
     }
     return ok;
+}
+
+void Startup_Restart() {
+    SetWorkPath("qmr.qmr");
+    // The default file normally does not exist: the new scene is "untitled"
+    // and not the one that was open.
+    strcpy(g.run.workFileName, "qmr");
+    Scene_Clear();
 }
 
 void Startup_Run(int argc, char** argv) {
@@ -150,8 +151,7 @@ void Startup_Run(int argc, char** argv) {
         Zoom_ResetAll();
         CommandLoop();
         if (!g.run.restartFlag) Exit(0);
-        SetWorkPath("qmr.qmr");
-        Scene_Clear();
+        Startup_Restart();
     }
 }
 

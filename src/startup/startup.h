@@ -23,6 +23,8 @@ void Startup_FirstWorkFile(int argc, char** argv);
 // Cycle step 1 and 2: load workFilePath, rename a default scene to "untitled".
 // Returns the load result.
 int Startup_LoadWorkFile();
+// After NEW: the default work file next, an empty scene.
+void Startup_Restart();
 
 int Com_New();
 int Com_Save();

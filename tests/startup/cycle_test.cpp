@@ -1,4 +1,8 @@
 // The first work file from the command line and the renaming of default scenes.
+#include <unistd.h>
+
+#include <cstdio>
+
 #include "test_support.h"
 
 namespace {
@@ -21,30 +25,56 @@ TEST_F(CycleTest, FirstWorkFilePath) {
     EXPECT_EQ(First({"scene.v2.qmr"}), "/qmr/work/scene.qmr");
     EXPECT_EQ(First({"./a.qmr"}), "/qmr/work/.qmr");
     EXPECT_EQ(First({"/abs/x", "ignored"}), "/qmr/work//abs/x.qmr");
-    strcpy(g.config.WORK_DIR, "/home/u/x.d/work");
-    EXPECT_EQ(First({"scene"}), "/home/u/x.qmr");
 }
 
-TEST_F(CycleTest, DefaultSceneIsRenamedUntitled) {
+TEST_F(CycleTest, MissingFileLeavesAnUntitledScene) {
     testing::internal::CaptureStdout();
     First({});
     EXPECT_EQ(Startup_LoadWorkFile(), 0);
-    std::string out = testing::internal::GetCapturedStdout();
-    EXPECT_EQ(out, "\nCan't Find File </qmr/work/qmr.qmr>.");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "\nCan't Find File </qmr/work/qmr.qmr>.");
     EXPECT_STREQ(g.run.workFilePath, "/qmr/work/untitled");
     EXPECT_STREQ(g.run.workFileName, "untitled");
     EXPECT_STREQ(g.run.Scene_Name, "untitled");
     EXPECT_STREQ(g.run.Image_Name, "untitled");
+
+    // A "." in the work directory cuts the path there: /home/u/x.qmr is not
+    // found and the scene keeps the default name, so it becomes "untitled".
+    strcpy(g.config.WORK_DIR, "/home/u/x.d/work");
+    strcpy(g.run.workFileName, "qmr");
+    testing::internal::CaptureStdout();
+    First({"scene"});
+    EXPECT_EQ(Startup_LoadWorkFile(), 0);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "\nCan't Find File </home/u/x.qmr>.");
+    EXPECT_STREQ(g.run.workFileName, "untitled");
+    EXPECT_STREQ(g.run.workFilePath, "/home/u/x.d/work/untitled");
 }
 
-TEST_F(CycleTest, NamedSceneKeepsItsName) {
+TEST_F(CycleTest, LoadedSceneKeepsItsNameUntilNew) {
+    char work[] = "/tmp/qmrcycleXXXXXX";   // no "." before the file name
+    ASSERT_NE(mkdtemp(work), nullptr);
+    strcpy(g.config.WORK_DIR, work);
+    const std::string bridge = std::string(work) + "/bridge.qmr";
+    Layer_NewFirst();
+    ASSERT_EQ(WorkFile_Save(bridge.c_str()), 1);
+    Scene_Clear();
+    strcpy(g.run.workFileName, "qmr");
     testing::internal::CaptureStdout();
     First({"bridge"});
-    Startup_LoadWorkFile();
-    testing::internal::GetCapturedStdout();
+    EXPECT_EQ(Startup_LoadWorkFile(), 1);
     EXPECT_STREQ(g.run.workFileName, "bridge");
-    EXPECT_STREQ(g.run.workFilePath, "/qmr/work/bridge.qmr");
-    EXPECT_STREQ(g.run.Scene_Name, "qmr");
+    EXPECT_STREQ(g.run.workFilePath, bridge.c_str());
+    // NEW: the default file is missing and the new scene is not "bridge".
+    Startup_Restart();
+    EXPECT_EQ(g.scene.First_Layer, nullptr);
+    EXPECT_EQ(Startup_LoadWorkFile(), 0);
+    std::string out = testing::internal::GetCapturedStdout();
+    EXPECT_NE(out.find("\n<bridge> File Loaded!"), std::string::npos) << out;
+    EXPECT_NE(out.find("\nCan't Find File <" + std::string(work) + "/qmr.qmr>."), std::string::npos)
+        << out;
+    EXPECT_STREQ(g.run.workFileName, "untitled");
+    EXPECT_STREQ(g.run.Scene_Name, "untitled");
+    remove(bridge.c_str());
+    rmdir(work);
 }
 
 TEST_F(CycleTest, SetFatalMessageAppendsNewline) {
