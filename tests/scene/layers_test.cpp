@@ -65,6 +65,13 @@ TEST_F(LayerTest, NewFirstPrependsAppendAppends) {
     Layer* last = Layer_Append();
     EXPECT_EQ(g.scene.Current_Layer, last);
     EXPECT_EQ(L("B")->next, last);
+    // Out of memory: none, and the list is as it was.
+    Mem_FailAfter(1);
+    EXPECT_EQ(Layer_NewFirst(), nullptr);
+    Mem_FailAfter(1);
+    EXPECT_EQ(Layer_Append(), nullptr);
+    EXPECT_EQ(Order(), "Untitled0 A0 B0 Untitled0 ");
+    EXPECT_EQ(g.scene.Current_Layer, last);
 }
 
 TEST_F(LayerTest, FindIgnoresCaseButNotLength) {
@@ -89,16 +96,6 @@ TEST_F(LayerTest, MakeFindsOrCreatesWithCutName) {
     EXPECT_EQ(Layer_Count(), 2);
 }
 
-TEST_F(LayerTest, OutOfMemoryLeavesListUnchanged) {
-    Build({"A0"});
-    Mem_FailAfter(1);
-    EXPECT_EQ(Layer_NewFirst(), nullptr);
-    Mem_FailAfter(1);
-    EXPECT_EQ(Layer_Append(), nullptr);
-    EXPECT_EQ(Order(), "A0 ");
-    EXPECT_EQ(g.scene.Current_Layer, L("A"));
-}
-
 TEST_F(LayerTest, SelectByIndexCountsAfterMergeBase) {
     Build({"A0", "B0", "C0", "D0"});
     EXPECT_EQ(Layer_SelectByIndex(2), 1);
@@ -111,7 +108,7 @@ TEST_F(LayerTest, SelectByIndexCountsAfterMergeBase) {
     EXPECT_EQ(Layer_SelectByIndex(0), 0);
 }
 
-TEST_F(LayerTest, DeleteRefusesLayerWithObjectsOrOnlyLayer) {
+TEST_F(LayerTest, DeleteRefusesBusyOrOnlyLayerAndPicksTheNewCurrent) {
     Build({"A0"});
     EXPECT_EQ(Layer_Delete(L("A")), 0);
     Build({"B0"});
@@ -119,8 +116,12 @@ TEST_F(LayerTest, DeleteRefusesLayerWithObjectsOrOnlyLayer) {
     Add_Triangle(&t);   // into B
     EXPECT_EQ(Layer_Delete(L("B")), 0);
     EXPECT_EQ(Layer_Count(), 2);
-    EXPECT_EQ(Layer_Delete(L("A")), 1);
+    EXPECT_EQ(Layer_Delete(L("A")), 1);   // the first: the new first layer is current
     EXPECT_EQ(Order(), "B0 ");
+    EXPECT_EQ(g.scene.Current_Layer, L("B"));
+    Build({"C0"});
+    EXPECT_EQ(Layer_Delete(L("C")), 1);   // the last: the one before
+    EXPECT_EQ(g.scene.Current_Layer, L("B"));
 }
 
 TEST_F(LayerTest, DeletePromotesChildrenAndClearsInstances) {
@@ -132,16 +133,6 @@ TEST_F(LayerTest, DeletePromotesChildrenAndClearsInstances) {
     EXPECT_EQ(L("E")->instance, nullptr);
     EXPECT_EQ(L("A")->instance, nullptr);
     EXPECT_EQ(g.scene.Current_Layer, L("C"));   // the layer that followed
-}
-
-TEST_F(LayerTest, DeleteChoosesNewCurrentLayer) {
-    Build({"A0", "B0", "C0"});
-    ASSERT_EQ(Layer_Delete(L("C")), 1);   // last: the one before
-    EXPECT_EQ(g.scene.Current_Layer, L("B"));
-    ASSERT_EQ(Layer_Delete(L("A")), 1);   // first: the new first layer
-    EXPECT_EQ(g.scene.Current_Layer, L("B"));
-    EXPECT_EQ(g.scene.First_Layer, L("B"));
-    EXPECT_EQ(L("B")->prev, nullptr);
 }
 
 TEST_F(LayerTest, NestAndSlide) {

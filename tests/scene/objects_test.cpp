@@ -32,20 +32,17 @@ TEST_F(ObjectTest, UnlinkHeadMiddleAndOnly) {
     Object* a = Add_Triangle(&t);
     Object* b = Add_Triangle(&t);
     Object* c = Add_Triangle(&t);
-    void* data = c->data;
-    Object_Unlink(c, layer());
-    Mem_Free(data);
+    auto erase = [&](Object* o) {
+        void* data = o->data;
+        Object_Unlink(o, layer());
+        Mem_Free(data);
+    };
+    erase(c);
     EXPECT_EQ(layer()->first_object, b);
     EXPECT_EQ(b->prev, nullptr);
-
-    data = a->data;
-    Object_Unlink(a, layer());
-    Mem_Free(data);
+    erase(a);
     EXPECT_EQ(b->next, nullptr);
-
-    data = b->data;
-    Object_Unlink(b, layer());
-    Mem_Free(data);
+    erase(b);
     EXPECT_EQ(layer()->first_object, nullptr);
 }
 

@@ -101,7 +101,7 @@ TEST_F(Read20A, SettingsOutputOptionsAndLayers) {
     EXPECT_EQ(g.scene.Default_Smooth, 1018);
     EXPECT_EQ(g.render.Write_Render_Bat, 1019);
     EXPECT_EQ(g.aids.Auto_Deselect, 1020);
-    EXPECT_EQ(g.shade.Shade_UseEdge, 1021);
+    EXPECT_EQ(g.shade.Shade_Edge_Color, 1021);
 
     auto l = Layers();
     ASSERT_EQ(l.size(), 3u);

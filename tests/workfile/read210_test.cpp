@@ -70,12 +70,10 @@ TEST_F(Read210, FileCutInsideASectionKeepsWhatCameBeforeAndGivesZero) {
     EXPECT_EQ(ObjectsOf(layers[0]).size(), 2u);
     EXPECT_STREQ(layers[1]->name, "Two");
     EXPECT_EQ(SceneProblem(), "");
-}
-
-TEST_F(Read210, MissingEndTagGivesZero) {
-    Bytes b = Magic210();
-    LayerSection(b, 1, "Only");
-    EXPECT_EQ(Load(b), 0);
+    // Whole sections but no end tag: still 0.
+    Bytes whole = Magic210();
+    LayerSection(whole, 1, "Only");
+    EXPECT_EQ(Load(whole), 0);
     EXPECT_EQ(Layer_Count(), 1);
 }
 
@@ -107,15 +105,13 @@ TEST_F(Read210, CurrentLayerPositionAndLinksToLaterLayers) {
     EXPECT_EQ(g.scene.Current_Layer, layers[1]);
     EXPECT_EQ(layers[0]->instance, layers[2]);
     EXPECT_EQ(layers[1]->instance, nullptr);
-}
 
-TEST_F(Read210, CurrentLayerPositionOutsideTheListGivesTheFirstLayer) {
-    Bytes b = Magic210();
-    b.u8(1).u8(21).i32(9).u8(0xFF);
-    LayerSection(b, 1, "A");
-    LayerSection(b, 2, "B");
-    b.u8(0xFF);
-    ASSERT_EQ(Load(b), 1);
+    Bytes outside = Magic210();   // a position past the list: the first layer
+    outside.u8(1).u8(21).i32(9).u8(0xFF);
+    LayerSection(outside, 1, "A");
+    LayerSection(outside, 2, "B");
+    outside.u8(0xFF);
+    ASSERT_EQ(Load(outside), 1);
     EXPECT_EQ(g.scene.Current_Layer, g.scene.First_Layer);
 }
 

@@ -19,7 +19,7 @@ std::string DumpSettings() {
     o.precision(17);
     const AidsState& a = g.aids;
     o << a.orthoOn << a.blipsOn << a.coordsMode << " " << g.shade.Shade_Type
-      << g.shade.Shade_UseEdge << g.scene.Default_No_shadow << g.scene.Default_Smooth
+      << g.shade.Shade_Edge_Color << g.scene.Default_No_shadow << g.scene.Default_Smooth
       << a.Input_Line_Option << a.Auto_Regen << a.Auto_Redraw << a.Auto_Deselect
       << a.Erase_No_Confirm << a.Auto_Seg << " " << a.Seg_Value << " "
       << g.render.Write_Render_Bat << g.render.Reload_After_Render << g.pov.Overwrite_Pov

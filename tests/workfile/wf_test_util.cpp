@@ -103,7 +103,7 @@ void BuildSampleScene() {
     g.aids.blipsOn = 1;
     g.aids.coordsMode = 3;
     g.shade.Shade_Type = 1;
-    g.shade.Shade_UseEdge = 1;
+    g.shade.Shade_Edge_Color = 1;
     g.scene.Default_No_shadow = 1;
     g.aids.Input_Line_Option = 0;
     g.aids.Auto_Regen = 0;
