@@ -228,6 +228,7 @@ Layer* DrawLayer(Traversal* t, Layer* layer, int instance_depth) {
 
 void DrawMarker() {
     Viewport* vp = &g.view.Active_Viewport;
+    if (vp->extents_mode || vp->line_mode == LINE_HIT_TEST) return;   // measuring draws nothing
     View_Project(vp, g.view.marker_point);
     int x = (int)vp->screen_x, y = (int)vp->screen_y;
     int mode = X11_GetWriteMode();

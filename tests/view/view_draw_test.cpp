@@ -284,6 +284,10 @@ TEST_F(ViewDraw, LastPointMarkerIsAnXorCross) {
     EXPECT_NE(Headless_Pixel(342, 215 + 14), bk);
     EXPECT_EQ(Headless_Pixel(342 - 15, 215), bk);
     EXPECT_EQ(Headless_Pixel(342 + 5, 215 + 5), bk);
+    // Measuring for ZOOMALL draws nothing: a second XOR cross would erase the first.
+    g.view.Active_Viewport.extents_mode = 1;
+    Scene_DrawObjects();
+    EXPECT_NE(Headless_Pixel(342 - 14, 215), bk);
 }
 
 TEST_F(ViewDraw, ThreeDViewDrawsNoGridNorCentre) {
