@@ -21,14 +21,13 @@ namespace {
 
 const double NEAR_DEPTH = 1e-7;   // depth a segment crossing the camera plane is cut at
 
-// Horizontal scale of the 3D view: screen shape over camera shape,
-// ((W + 1)/(H + 1)) * half height / aspect with W, H the screen width and
-// height, all in single precision.
+// Horizontal scale of the 3D view: screen shape over camera shape, with W and
+// H the largest pixel coordinates (639 and 479), so (W + 1)/(H + 1) is 4:3.
 double PerspectiveScale(const Viewport* vp) {
     float aspect = (float)g.view.camera_aspect;
     if (!(aspect > 0) || !std::isfinite(aspect)) aspect = 1.3333333f;
-    float shape = (float)(g.view.screen_width + 1) / (float)(g.view.screen_height + 1);
-    float f = shape * (float)vp->half_height_px / aspect;
+    float f = ((float)g.view.screen_width / (float)g.view.screen_height) *
+              (float)vp->half_height_px / aspect;
     return f;
 }
 
