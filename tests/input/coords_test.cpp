@@ -117,9 +117,6 @@ TEST_F(CoordsTest, InputLineStopsAtTheScreenEdge) {
     EXPECT_EQ(g.input.textLength, 73);
     const int fg = g.config.colors.foreground;
     EXPECT_EQ(Headless_ReadText(0, g.screen.inputLineY + 1, 80, fg), "INPUT: " + std::string(73, 'y'));
-}
-
-TEST_F(CoordsTest, WiderScreenHoldsMore) {
     Headless_Reset();
     Screen_Open(260);
     Screen_DrawFrame();
@@ -146,17 +143,16 @@ TEST_F(CoordsTest, AnyBytesTypedNeverCrash) {
 }
 
 TEST_F(CoordsTest, OrthoKeepsTheLargestComponent) {
-    EXPECT_EQ(Input_OrthoDelta({3, 3, 1}).x, 3);   // X wins ties
-    EXPECT_EQ(Input_OrthoDelta({3, 3, 1}).y, 0);
-    Point3 y = Input_OrthoDelta({1, 3, 3});        // Y wins its tie with Z
-    EXPECT_EQ(y.x, 0);
-    EXPECT_EQ(y.y, 3);
-    EXPECT_EQ(y.z, 0);
-    Point3 z = Input_OrthoDelta({-1, 2, -5});
-    EXPECT_EQ(z.z, -5);
-    EXPECT_EQ(z.x, 0);
-    EXPECT_EQ(Input_OrthoDelta({3, 1, 3}).x, 3);
-    EXPECT_EQ(Input_OrthoDelta({3, 1, 3}).z, 0);
+    const Point3 cases[][2] = {
+        {{3, 3, 1}, {3, 0, 0}},     // X wins ties
+        {{3, 1, 3}, {3, 0, 0}},
+        {{1, 3, 3}, {0, 3, 0}},     // Y wins its tie with Z
+        {{-1, 2, -5}, {0, 0, -5}},
+    };
+    for (const auto& c : cases) {
+        const Point3 d = Input_OrthoDelta(c[0]);
+        EXPECT_TRUE(d.x == c[1].x && d.y == c[1].y && d.z == c[1].z) << c[0].x << "," << c[0].y << "," << c[0].z;
+    }
 }
 
 TEST_F(CoordsTest, OrthoSnapsTheRubberBand) {
@@ -205,11 +201,7 @@ class SnapTest : public CoordsTest {
   protected:
     void SetUp() override {
         CoordsTest::SetUp();
-        static Point3 pts[3] = {{0, 0, 0}, {4, 0, 0}, {4, 0, 4}};
-        PolylineData poly = Poly_Default();
-        poly.points = pts;
-        poly.count = 3;
-        ASSERT_NE(Poly_AddToScene(&poly), nullptr);
+        ASSERT_NE(AddPolyline({{0, 0, 0}, {4, 0, 0}, {4, 0, 4}}), nullptr);
     }
 };
 
@@ -268,10 +260,6 @@ TEST_F(SnapTest, RubberBandNames) {
         EXPECT_EQ(g.input.basePoint.z, 3);
     }
 }
-
-}  // namespace
-
-namespace {
 
 // The same snaps with the point clicked in the viewport rather than typed:
 // the click near (3.6, 0, 0.2) finds the first edge, whose nearer end is (4, 0, 0).
