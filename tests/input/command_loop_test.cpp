@@ -84,15 +84,20 @@ TEST_F(CommandLoopTest, CancelInsideATransparentCommandReturnsToTheOuterPrompt) 
 }
 
 TEST_F(CommandLoopTest, FunctionKeysSwitchAidsAndPromptAgain) {
-    Headless_PushKey(KEY_F(3));
-    Headless_PushKey(KEY_F(5));
-    Headless_PushKey(KEY_F(8));
-    Headless_PushKey(KEY_F(10));
+    Viewport& v = g.view.Active_Viewport;
+    v.GRID = 1;
+    v.CENTER = 1;
+    v.AXIS = 0;
+    for (int f : {1, 2, 3, 4, 5, 6, 7, 8, 10}) Headless_PushKey(KEY_F(f));
     EXPECT_FALSE(RunLoop());
-    EXPECT_EQ(Headless_Transcript(), "\nCommand: \nSwitching to POLAR coordinates\nCommand: \nGRID = OFF"
-                                     "\nCommand: \nTEXT = OFF\nCommand: ");
-    EXPECT_EQ(g.aids.coordsMode, 3);
-    EXPECT_EQ(g.view.Active_Viewport.GRID, 0);
+    EXPECT_EQ(Headless_Transcript(),
+              "\nCommand: \nLargest available block (in bytes): (enough...) bytes"   // F1: no new prompt
+              "\nSwitching to ACTUAL coordinates\nCommand: \nSwitching to POLAR coordinates\nCommand: "
+              "\nSwitching to RELATIVE coordinates\nCommand: \nGRID = OFF\nCommand: \nCENTER = OFF\nCommand: "
+              "\nAXIS = ON\nCommand: \nTEXT = OFF\nCommand: ");
+    EXPECT_EQ(g.aids.coordsMode, 2);
+    EXPECT_EQ(v.GRID, 0);
+    EXPECT_EQ(v.AXIS, 1);
     EXPECT_EQ(g.aids.orthoOn, 1);
     for (int i = 1; i <= 4; i++) EXPECT_EQ(g.view.Viewports[i].title_on, 0) << i;
 }
@@ -190,6 +195,29 @@ TEST_F(CommandLoopTest, SideMenuCommandAndCancelRow) {
     EXPECT_FALSE(RunLoop());
     EXPECT_EQ(g.menus.side.shown, 1000);
     EXPECT_EQ(Headless_Transcript(), "\nCommand: *cancel* \nCommand: ");
+}
+
+TEST_F(CommandLoopTest, SideMenuValueRowsFeedThePrompt) {
+    // Menu 1000 row 10 leads to 1020: row 3 NUMBER 0,0,0, row 7 NUMBER 5,
+    // row 14 STRING, row 17 KEYWORD Y.
+    PickSide(10);
+    PickSide(17);   // a keyword at "Command:" is refused
+    PickSide(14);   // a string there is ignored
+    Headless_PushText("CIRCLE\n");
+    PickSide(3);
+    PickSide(14);   // the radius takes neither strings nor keywords
+    PickSide(17);
+    PickSide(7);
+    EXPECT_FALSE(RunLoop());
+    EXPECT_EQ(Headless_Transcript(),
+              "\nCommand: \nCan't accept a KEYWORD, or Input value must match KEYWORD\a\nCommand: "
+              "\nCIRCLE> Center point: \nCIRCLE> Set Radius: \nCan't accept a STRING value\nCIRCLE> Set Radius: "
+              "\nCan't accept a KEYWORD, or Input value must match KEYWORD\a\nCIRCLE> Set Radius: \nCommand: ");
+    ASSERT_EQ(Answers().size(), 2u);
+    EXPECT_EQ(Answers()[0].kind, 0);
+    EXPECT_DOUBLE_EQ(Answers()[0].point.x, 0);
+    EXPECT_EQ(Answers()[1].kind, -3);
+    EXPECT_DOUBLE_EQ(Answers()[1].number, 5);
 }
 
 // --- file commands ---
