@@ -222,9 +222,22 @@ TEST_F(CommandLoopTest, SideMenuValueRowsFeedThePrompt) {
 
 // --- file commands ---
 
-TEST_F(CommandLoopTest, ExitAnsweredWithEnterSaves) {
+TEST_F(CommandLoopTest, ExitSavesOnEnterOrYesOnly) {
     TempDir dir;
     const std::string saved = NameScene(dir);
+    Headless_PushText("EXIT\nN\n");
+    EXPECT_TRUE(RunLoop());
+    EXPECT_FALSE(FileExists(saved));
+    Headless_PushText("EXIT\n");
+    PickSide(5);   // the "No" row of menu 1512
+    EXPECT_TRUE(RunLoop());
+    EXPECT_FALSE(FileExists(saved));
+    Headless_PushText("EXIT\n");
+    PickSide(4);   // "Yes"
+    EXPECT_TRUE(RunLoop());
+    EXPECT_TRUE(FileExists(saved));
+    std::filesystem::remove(saved);
+    Headless_ClearTranscript();
     Headless_PushText("EXIT\n\n");
     EXPECT_TRUE(RunLoop());
     EXPECT_TRUE(FileExists(saved));
@@ -232,25 +245,6 @@ TEST_F(CommandLoopTest, ExitAnsweredWithEnterSaves) {
     EXPECT_EQ(Headless_Transcript(),
               "\nCommand: \nEXIT> Save changes to <scene>? <Yes,No> <Yes>: \nSaving <scene>...");
     EXPECT_EQ(g.run.restartFlag, 0);
-}
-
-TEST_F(CommandLoopTest, ExitAnsweredNoOrByKeywordRow) {
-    TempDir dir;
-    const std::string saved = NameScene(dir);
-    Headless_PushText("EXIT\nN\n");
-    EXPECT_TRUE(RunLoop());
-    EXPECT_FALSE(FileExists(saved));
-    // The side menu's "No" row (row 5 of menu 1512) answers the same way.
-    Headless_ClearTranscript();
-    Headless_PushText("EXIT\n");
-    PickSide(5);
-    EXPECT_TRUE(RunLoop());
-    EXPECT_FALSE(FileExists(saved));
-    // "Yes" saves.
-    Headless_PushText("EXIT\n");
-    PickSide(4);
-    EXPECT_TRUE(RunLoop());
-    EXPECT_TRUE(FileExists(saved));
 }
 
 TEST_F(CommandLoopTest, ExitReplacedByAnotherCommandGoesOn) {

@@ -59,37 +59,27 @@ int AskDigits() {
     if (!Ask("\nLEVEL> Which: ")) return 0;
     Input_SetKeywords("0,1,2,3", 1, 0);
     if (!Ask("\nLEVEL> Which or how many: ")) return 0;
-    Input_SetKeywords(nullptr, 0, 1);
-    return Ask("\nLEVEL> Name: ");
+    for (int i = 0; i < 2; i++) {
+        Input_SetKeywords("Y,N", 0, 1);
+        if (!Ask("\nLEVEL> Name: ")) return 0;
+    }
+    return 1;
 }
 
-TEST_F(CoordsTest, KeywordListsThatLookLikeNumbers) {
+TEST_F(CoordsTest, KeywordsNumbersAndStrings) {
     Command_Register(209, AskDigits, 0);
-    Headless_PushText("STAIRCASE\n2\n5\n12,3\n");
+    // At the Command prompt coordinates are not read: "1,2" is an unknown name.
+    Headless_PushText("1,2\nSTAIRCASE\n2\n5\nn\nMarble\nSTAIRCASE\n1\n1\n12,3\n");
     EXPECT_FALSE(RunLoop());
-    ASSERT_EQ(Answers().size(), 3u);
+    ASSERT_EQ(Answers().size(), 7u);
     EXPECT_EQ(Answers()[0].kind, 3);    // "2" is the third keyword when numbers are refused
     EXPECT_EQ(Answers()[1].kind, -3);   // a number when they are allowed
     EXPECT_DOUBLE_EQ(Answers()[1].number, 5);
-    // A string prompt still reads coordinates as a point.
-    ExpectPoint(2, 12, 3, 0);
-}
-
-int AskWord() {
-    Input_SetKeywords("Y,N", 0, 1);
-    return Ask("\nTEXTURE> Name: ");
-}
-
-TEST_F(CoordsTest, StringsKeywordsAndTheCommandPrompt) {
-    Command_Register(308, AskWord, 0);
-    Headless_PushText("ASSIGN\nn\nASSIGN\nMarble\n1,2\n");
-    EXPECT_FALSE(RunLoop());
-    ASSERT_EQ(Answers().size(), 2u);
-    EXPECT_EQ(Answers()[0].kind, 2);
-    EXPECT_EQ(Answers()[1].kind, -2);
-    EXPECT_EQ(Answers()[1].text, "Marble");
-    // At the Command prompt coordinates are not read: "1,2" is an unknown name.
-    EXPECT_NE(Headless_Transcript().find("\nCommand: \nUnknown Command"), std::string::npos);
+    EXPECT_EQ(Answers()[2].kind, 2);    // a keyword before a string
+    EXPECT_EQ(Answers()[3].kind, -2);
+    EXPECT_EQ(Answers()[3].text, "Marble");
+    ExpectPoint(6, 12, 3, 0);           // a string prompt still reads coordinates as a point
+    EXPECT_EQ(Headless_Transcript().rfind("\nCommand: \nUnknown Command\a\nCommand: \nLEVEL> Which: ", 0), 0u);
 }
 
 TEST_F(CoordsTest, InputLineHoldsAtMost126Characters) {
