@@ -181,6 +181,19 @@ TEST_F(CoordsTest, FiltersCollectCoordinatesOverSeveralPoints) {
               std::string::npos) << t;
 }
 
+TEST_F(CoordsTest, BlipsMarkAcceptedPoints) {
+    g.aids.blipsOn = 1;
+    Headless_PushText("POLYLINE\n2,0,1\n");   // 10 pixels a unit: 20 right, 10 up
+    EXPECT_FALSE(RunLoop());
+    int arms = 0;
+    for (const Headless_Segment& s : Headless_Segments()) {
+        if (s.colour != g.config.colors.view_blip || s.mode == GFX_XOR) continue;
+        arms += s.x1 == cx + 17 && s.y1 == cy - 10 && s.x2 == cx + 23 && s.y2 == cy - 10;
+        arms += s.x1 == cx + 20 && s.y1 == cy - 13 && s.x2 == cx + 20 && s.y2 == cy - 7;
+    }
+    EXPECT_EQ(arms, 2);
+}
+
 TEST_F(CoordsTest, FiltersAtTheCommandPromptDoNothing) {
     Headless_PushText("zpoint\nPOLYLINE\n");
     EXPECT_FALSE(RunLoop());
