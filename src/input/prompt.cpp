@@ -138,7 +138,10 @@ int SideAnswer(int answer) {
             return kReprompt;
         case -3: return Interpret(R().text);
         case -2:
-            if (!CommandRunning()) return 0;   // at the Command prompt: ignored
+            if (!CommandRunning()) {   // at the Command prompt: ignored, the line stays empty
+                ClearInputLine();
+                return 0;
+            }
             if (in.allowString) return -2;
             Msg_Printf("\nCan't accept a STRING value");
             return kReprompt;

@@ -62,7 +62,7 @@ int GetField(char* out, const char* line, int n) {
     for (; i < len && b < FIELD_MAX - 1; i++) {
         char c = line[i];
         if (!quoted && c == '/' && line[i + 1] == '/') {
-            if (i == 0) return 0;
+            if (b == 0) return 0;   // nothing but blanks before it: a comment line
             break;
         }
         if (c == '"') quoted = !quoted;

@@ -8,7 +8,21 @@
 
 namespace {
 
-class CommandLoopTest : public SessionTest {};
+class CommandLoopTest : public SessionTest {
+  protected:
+    // Names the scene "scene", saved as scene.qmr in dir; returns that path.
+    std::string NameScene(const TempDir& dir) {
+        strcpy(g.run.workFileName, "scene");
+        snprintf(g.run.currentFilePath, sizeof g.run.currentFilePath, "%s", dir.file("scene.qmr").c_str());
+        return dir.file("scene.qmr");
+    }
+    // Points the support directory at dir, whose command.dat is read afresh.
+    void UseSupportDir(const TempDir& dir) {
+        snprintf(g.config.SUPPORT_DIR, sizeof g.config.SUPPORT_DIR, "%s", dir.path().c_str());
+        g.input.commandsUnread = 1;
+        g.input.CommandTable.clear();
+    }
+};
 
 // A transparent stand-in that asks its own question (so its prompt resets
 // the input context the waiting command had set).
@@ -39,66 +53,49 @@ TEST_F(CommandLoopTest, MenuPickWhileACommandWaitsCancelsItAndStartsThePick) {
     EXPECT_EQ(g.input.InputResult.lastCode, 213);
 }
 
-TEST_F(CommandLoopTest, TransparentCommandReturnsToTheSamePrompt) {
+TEST_F(CommandLoopTest, TransparentCommandsReturnToTheSamePrompt) {
     g_transparentRuns = 0;
     Command_Register(402, FakeZoom, 1);
-    Headless_PushText("CIRCLE\n1,1\nzoom\nA\n5\n");
+    Headless_PushText("CIRCLE\n1,1\nzoom\nA\n");
+    PickMenu(423);   // the real TOP, from the pull-down
+    Headless_PushText("zoom\n");
+    Headless_PushKey(3);   // cancels the zoom only
+    Headless_PushText("5\n");
     EXPECT_FALSE(RunLoop());
     const std::string t = Headless_Transcript();
-    EXPECT_NE(t.find("\nCIRCLE> Set Radius: \nZOOM> Window or All: \nCIRCLE> Set Radius: \nCommand: "),
+    EXPECT_NE(t.find("\nCIRCLE> Set Radius: \nZOOM> Window or All: \nCIRCLE> Set Radius: \nCIRCLE> Set Radius: "
+                     "\nZOOM> Window or All: *cancel* \nCIRCLE> Set Radius: \nCommand: "),
               std::string::npos) << t;
-    EXPECT_EQ(t.find("*cancel*"), std::string::npos) << t;
-    EXPECT_EQ(g_transparentRuns, 1);
+    EXPECT_EQ(Count(t, "*cancel*"), 1) << t;
+    EXPECT_EQ(g_transparentRuns, 2);
     EXPECT_EQ(g_transparentSawCommand, 402);
-    ASSERT_EQ(Answers().size(), 3u);
-    EXPECT_EQ(Answers()[1].command, 402);
+    ASSERT_EQ(Answers().size(), 4u);
     EXPECT_EQ(Answers()[1].kind, 2);               // A is keyword 2 of the zoom's list
-    // The radius prompt got its number permission back after the zoom.
-    EXPECT_EQ(Answers()[2].command, 213);
-    EXPECT_EQ(Answers()[2].kind, -3);
-    EXPECT_DOUBLE_EQ(Answers()[2].number, 5);
-    // A transparent command at the Command prompt becomes the repeat code.
+    EXPECT_EQ(Answers()[2].ok, 0);                 // the cancelled zoom
+    // The radius prompt got its number permission back after the zooms.
+    EXPECT_EQ(Answers()[3].kind, -3);
+    EXPECT_DOUBLE_EQ(Answers()[3].number, 5);
+    // Inside a command a transparent one does not become the repeat code.
     EXPECT_EQ(g.input.InputResult.lastCode, 213);
 }
 
-TEST_F(CommandLoopTest, CancelInsideATransparentCommandReturnsToTheOuterPrompt) {
-    Command_Register(402, FakeZoom, 1);
-    Headless_PushText("CIRCLE\n1,1\nzoom\n");
-    Headless_PushKey(3);
-    Headless_PushText("5\n");
-    EXPECT_FALSE(RunLoop());
-    EXPECT_NE(Headless_Transcript().find("\nZOOM> Window or All: *cancel* \nCIRCLE> Set Radius: \nCommand: "),
-              std::string::npos) << Headless_Transcript();
-    ASSERT_EQ(Answers().size(), 3u);
-    EXPECT_EQ(Answers()[1].ok, 0);
-    EXPECT_DOUBLE_EQ(Answers()[2].number, 5);
-}
-
 TEST_F(CommandLoopTest, FunctionKeysSwitchAidsAndPromptAgain) {
-    Headless_PushKey(KEY_F(3));
-    Headless_PushKey(KEY_F(5));
-    Headless_PushKey(KEY_F(8));
-    Headless_PushKey(KEY_F(10));
+    Viewport& v = g.view.Active_Viewport;
+    v.GRID = 1;
+    v.CENTER = 1;
+    v.AXIS = 0;
+    for (int f : {1, 2, 3, 4, 5, 6, 7, 8, 10}) Headless_PushKey(KEY_F(f));
     EXPECT_FALSE(RunLoop());
-    EXPECT_EQ(Headless_Transcript(), "\nCommand: \nSwitching to POLAR coordinates\nCommand: \nGRID = OFF"
-                                     "\nCommand: \nTEXT = OFF\nCommand: ");
-    EXPECT_EQ(g.aids.coordsMode, 3);
-    EXPECT_EQ(g.view.Active_Viewport.GRID, 0);
+    EXPECT_EQ(Headless_Transcript(),
+              "\nCommand: \nLargest available block (in bytes): (enough...) bytes"   // F1: no new prompt
+              "\nSwitching to ACTUAL coordinates\nCommand: \nSwitching to POLAR coordinates\nCommand: "
+              "\nSwitching to RELATIVE coordinates\nCommand: \nGRID = OFF\nCommand: \nCENTER = OFF\nCommand: "
+              "\nAXIS = ON\nCommand: \nTEXT = OFF\nCommand: ");
+    EXPECT_EQ(g.aids.coordsMode, 2);
+    EXPECT_EQ(v.GRID, 0);
+    EXPECT_EQ(v.AXIS, 1);
     EXPECT_EQ(g.aids.orthoOn, 1);
     for (int i = 1; i <= 4; i++) EXPECT_EQ(g.view.Viewports[i].title_on, 0) << i;
-}
-
-TEST_F(CommandLoopTest, ViewKindFromTheMenuInsideAPromptKeepsThePrompt) {
-    Headless_PushText("CIRCLE\n1,1\n");
-    PickMenu(423);   // TOP
-    Headless_PushText("7\n");
-    EXPECT_FALSE(RunLoop());
-    const std::string t = Headless_Transcript();
-    EXPECT_EQ(Count(t, "\nCIRCLE> Set Radius: "), 2) << t;
-    EXPECT_EQ(t.find("*cancel*"), std::string::npos) << t;
-    ASSERT_EQ(Answers().size(), 2u);
-    EXPECT_EQ(Answers()[1].kind, -3);
-    EXPECT_DOUBLE_EQ(Answers()[1].number, 7);
 }
 
 TEST_F(CommandLoopTest, CtrlCIsIgnoredAtCommandAndCancelsInside) {
@@ -109,22 +106,17 @@ TEST_F(CommandLoopTest, CtrlCIsIgnoredAtCommandAndCancelsInside) {
     EXPECT_EQ(Headless_Transcript(), "\nCommand: \nCIRCLE> Center point: *cancel* \nCommand: ");
 }
 
-TEST_F(CommandLoopTest, SpaceRepeatsTheLastCommand) {
-    Headless_PushText(" ");   // nothing to repeat yet
+TEST_F(CommandLoopTest, SpaceAndEmptyEnterRepeatTheLastCommand) {
+    Headless_PushText(" \n");   // nothing to repeat yet
     Headless_PushText("CIRCLE\n1,1\n5\n ");
     Headless_PushText("2,2\n ");   // inside CIRCLE: restarts it
+    Headless_PushText("3,3\n4\n\n");   // Enter at "Command:" repeats too
     EXPECT_FALSE(RunLoop());
     const std::string t = Headless_Transcript();
     EXPECT_EQ(t.rfind("\nCommand: \nCIRCLE> Center point: ", 0), 0u) << t;
     EXPECT_NE(t.find("\nCommand: \nCIRCLE> Center point: \nCIRCLE> Set Radius: *cancel* \nCIRCLE> Center point: "),
               std::string::npos) << t;
-    EXPECT_EQ(Count(t, "\nCIRCLE> Center point: "), 3) << t;
-}
-
-TEST_F(CommandLoopTest, EmptyEnterAtCommandRepeats) {
-    Headless_PushText("\nCIRCLE\n1,1\n5\n\n");
-    EXPECT_FALSE(RunLoop());
-    EXPECT_EQ(Count(Headless_Transcript(), "\nCIRCLE> Center point: "), 2) << Headless_Transcript();
+    EXPECT_EQ(Count(t, "\nCIRCLE> Center point: "), 4) << t;
 }
 
 TEST_F(CommandLoopTest, UnknownNamesAndTypedNameInsideACommand) {
@@ -138,12 +130,8 @@ TEST_F(CommandLoopTest, UnknownNamesAndTypedNameInsideACommand) {
 TEST_F(CommandLoopTest, CommandNamesMatchInAnyCaseButExactLength) {
     TempDir dir;
     WriteFile(dir.file("command.dat"), "// test table\n(Zoom,402)\n(CIRCLE,213)\n");
-    snprintf(g.config.SUPPORT_DIR, sizeof g.config.SUPPORT_DIR, "%s", dir.path().c_str());
-    g.input.commandsUnread = 1;
-    EXPECT_EQ(Command_Lookup("zoom"), 402);
+    UseSupportDir(dir);
     EXPECT_EQ(Command_Lookup("ZOOM"), 402);
-    EXPECT_EQ(Command_Lookup("zOoM"), 402);
-    EXPECT_EQ(Command_Lookup("zoo"), 0);
     EXPECT_EQ(Command_Lookup("zooms"), 0);
     g_transparentRuns = 0;
     Command_Register(402, FakeZoom, 1);
@@ -152,13 +140,12 @@ TEST_F(CommandLoopTest, CommandNamesMatchInAnyCaseButExactLength) {
     EXPECT_EQ(Headless_Transcript(),
               "\nCommand: \nUnknown Command\a\nCommand: \nZOOM> Window or All: \nCommand: ");
     EXPECT_EQ(g_transparentRuns, 1);
+    EXPECT_EQ(g.input.InputResult.lastCode, 402);   // run from "Command:": the repeat code
 }
 
 TEST_F(CommandLoopTest, MissingCommandTableKnowsNothingAndIsTriedAgain) {
     TempDir dir;
-    snprintf(g.config.SUPPORT_DIR, sizeof g.config.SUPPORT_DIR, "%s", dir.path().c_str());
-    g.input.commandsUnread = 1;
-    g.input.CommandTable.clear();
+    UseSupportDir(dir);
     EXPECT_EQ(Command_Lookup("EXIT"), 0);
     EXPECT_EQ(Command_HotKey(18), 0);
     WriteFile(dir.file("command.dat"), "(EXIT,101,18)\n");
@@ -173,8 +160,7 @@ TEST_F(CommandLoopTest, LongCommandTableGrows) {
     text += "(" + std::string(300, 'Q') + ",77)\n";   // over-long line: cut at 254 characters
     text += "(noclose,5\n(,6)\nNOPAREN\n(\"unbalanced,7)\n(onlyname)\n";
     WriteFile(dir.file("command.dat"), text);
-    snprintf(g.config.SUPPORT_DIR, sizeof g.config.SUPPORT_DIR, "%s", dir.path().c_str());
-    g.input.commandsUnread = 1;
+    UseSupportDir(dir);
     EXPECT_EQ(Command_Lookup("name0"), 1000);
     EXPECT_EQ(Command_Lookup("NAME450"), 1450);
     EXPECT_EQ(Command_Lookup("name499"), 1499);
@@ -203,39 +189,54 @@ TEST_F(CommandLoopTest, SideMenuCommandAndCancelRow) {
     EXPECT_EQ(Headless_Transcript(), "\nCommand: *cancel* \nCommand: ");
 }
 
+TEST_F(CommandLoopTest, SideMenuValueRowsFeedThePrompt) {
+    // Menu 1000 row 10 leads to 1020: row 3 NUMBER 0,0,0, row 7 NUMBER 5,
+    // row 14 STRING, row 17 KEYWORD Y.
+    PickSide(10);
+    PickSide(17);   // a keyword at "Command:" is refused
+    PickSide(14);   // a string there is ignored
+    Headless_PushText("CIRCLE\n");
+    PickSide(3);
+    PickSide(14);   // the radius takes neither strings nor keywords
+    PickSide(17);
+    PickSide(7);
+    EXPECT_FALSE(RunLoop());
+    EXPECT_EQ(Headless_Transcript(),
+              "\nCommand: \nCan't accept a KEYWORD, or Input value must match KEYWORD\a\nCommand: "
+              "\nCIRCLE> Center point: \nCIRCLE> Set Radius: \nCan't accept a STRING value\nCIRCLE> Set Radius: "
+              "\nCan't accept a KEYWORD, or Input value must match KEYWORD\a\nCIRCLE> Set Radius: \nCommand: ");
+    ASSERT_EQ(Answers().size(), 2u);
+    EXPECT_EQ(Answers()[0].kind, 0);
+    EXPECT_DOUBLE_EQ(Answers()[0].point.x, 0);
+    EXPECT_EQ(Answers()[1].kind, -3);
+    EXPECT_DOUBLE_EQ(Answers()[1].number, 5);
+}
+
 // --- file commands ---
 
-TEST_F(CommandLoopTest, ExitAnsweredWithEnterSaves) {
+TEST_F(CommandLoopTest, ExitSavesOnEnterOrYesOnly) {
     TempDir dir;
-    strcpy(g.run.workFileName, "scene");
-    snprintf(g.run.currentFilePath, sizeof g.run.currentFilePath, "%s", dir.file("scene.qmr").c_str());
+    const std::string saved = NameScene(dir);
+    Headless_PushText("EXIT\nN\n");
+    EXPECT_TRUE(RunLoop());
+    EXPECT_FALSE(FileExists(saved));
+    Headless_PushText("EXIT\n");
+    PickSide(5);   // the "No" row of menu 1512
+    EXPECT_TRUE(RunLoop());
+    EXPECT_FALSE(FileExists(saved));
+    Headless_PushText("EXIT\n");
+    PickSide(4);   // "Yes"
+    EXPECT_TRUE(RunLoop());
+    EXPECT_TRUE(FileExists(saved));
+    std::filesystem::remove(saved);
+    Headless_ClearTranscript();
     Headless_PushText("EXIT\n\n");
     EXPECT_TRUE(RunLoop());
-    EXPECT_TRUE(FileExists(dir.file("scene.qmr")));
+    EXPECT_TRUE(FileExists(saved));
     EXPECT_EQ(g.menus.side.shown, 1512);
     EXPECT_EQ(Headless_Transcript(),
               "\nCommand: \nEXIT> Save changes to <scene>? <Yes,No> <Yes>: \nSaving <scene>...");
     EXPECT_EQ(g.run.restartFlag, 0);
-}
-
-TEST_F(CommandLoopTest, ExitAnsweredNoOrByKeywordRow) {
-    TempDir dir;
-    strcpy(g.run.workFileName, "scene");
-    snprintf(g.run.currentFilePath, sizeof g.run.currentFilePath, "%s", dir.file("scene.qmr").c_str());
-    Headless_PushText("EXIT\nN\n");
-    EXPECT_TRUE(RunLoop());
-    EXPECT_FALSE(FileExists(dir.file("scene.qmr")));
-    // The side menu's "No" row (row 5 of menu 1512) answers the same way.
-    Headless_ClearTranscript();
-    Headless_PushText("EXIT\n");
-    PickSide(5);
-    EXPECT_TRUE(RunLoop());
-    EXPECT_FALSE(FileExists(dir.file("scene.qmr")));
-    // "Yes" saves.
-    Headless_PushText("EXIT\n");
-    PickSide(4);
-    EXPECT_TRUE(RunLoop());
-    EXPECT_TRUE(FileExists(dir.file("scene.qmr")));
 }
 
 TEST_F(CommandLoopTest, ExitReplacedByAnotherCommandGoesOn) {
@@ -247,26 +248,21 @@ TEST_F(CommandLoopTest, ExitReplacedByAnotherCommandGoesOn) {
 
 TEST_F(CommandLoopTest, NewEndsTheLoopWithRestartAndSavesOnlyOnYes) {
     TempDir dir;
-    strcpy(g.run.workFileName, "scene");
-    snprintf(g.run.currentFilePath, sizeof g.run.currentFilePath, "%s", dir.file("scene.qmr").c_str());
+    const std::string saved = NameScene(dir);
     Headless_PushText("NEW\n\n");
     EXPECT_TRUE(RunLoop());
     EXPECT_EQ(g.run.restartFlag, 1);
-    EXPECT_FALSE(FileExists(dir.file("scene.qmr")));
+    EXPECT_FALSE(FileExists(saved));
     EXPECT_EQ(Headless_Transcript(), "\nCommand: NEW> Save changes to <scene>? <Yes,No> <N>: ");
     g.run.restartFlag = 0;
     Headless_PushText("NEW\ny\n");
     EXPECT_TRUE(RunLoop());
     EXPECT_EQ(g.run.restartFlag, 1);
-    EXPECT_TRUE(FileExists(dir.file("scene.qmr")));
+    EXPECT_TRUE(FileExists(saved));
 }
 
 TEST_F(CommandLoopTest, ClearAsksAndOnlyYesEmptiesTheScene) {
-    PolylineData poly = Poly_Default();
-    Point3 pts[2] = {{0, 0, 0}, {1, 0, 0}};
-    poly.points = pts;
-    poly.count = 2;
-    ASSERT_NE(Poly_AddToScene(&poly), nullptr);
+    ASSERT_NE(AddPolyline({{0, 0, 0}, {1, 0, 0}}), nullptr);
     Headless_PushText("CLEAR\nN\nCLEAR\n\n");
     EXPECT_FALSE(RunLoop());
     EXPECT_NE(g.scene.First_Layer->first_object, nullptr);
@@ -279,11 +275,7 @@ TEST_F(CommandLoopTest, ClearAsksAndOnlyYesEmptiesTheScene) {
 }
 
 TEST_F(CommandLoopTest, CancelDropsTheSelectionWithAutoDeselect) {
-    PolylineData poly = Poly_Default();
-    Point3 pts[2] = {{0, 0, 0}, {1, 0, 0}};
-    poly.points = pts;
-    poly.count = 2;
-    Object* o = Poly_AddToScene(&poly);
+    Object* o = AddPolyline({{0, 0, 0}, {1, 0, 0}});
     ASSERT_NE(o, nullptr);
     o->selected = 1;
     g.scene.Selected_Count = 1;
@@ -299,10 +291,6 @@ TEST_F(CommandLoopTest, CancelDropsTheSelectionWithAutoDeselect) {
     EXPECT_EQ(o->selected, 0);
     EXPECT_EQ(g.scene.Selected_Count, 0);
 }
-
-}  // namespace
-
-namespace {
 
 // The export commands are reached by their command.dat names.
 TEST_F(CommandLoopTest, TypedExportNamesWriteTheirFiles) {

@@ -59,37 +59,27 @@ int AskDigits() {
     if (!Ask("\nLEVEL> Which: ")) return 0;
     Input_SetKeywords("0,1,2,3", 1, 0);
     if (!Ask("\nLEVEL> Which or how many: ")) return 0;
-    Input_SetKeywords(nullptr, 0, 1);
-    return Ask("\nLEVEL> Name: ");
+    for (int i = 0; i < 2; i++) {
+        Input_SetKeywords("Y,N", 0, 1);
+        if (!Ask("\nLEVEL> Name: ")) return 0;
+    }
+    return 1;
 }
 
-TEST_F(CoordsTest, KeywordListsThatLookLikeNumbers) {
+TEST_F(CoordsTest, KeywordsNumbersAndStrings) {
     Command_Register(209, AskDigits, 0);
-    Headless_PushText("STAIRCASE\n2\n5\n12,3\n");
+    // At the Command prompt coordinates are not read: "1,2" is an unknown name.
+    Headless_PushText("1,2\nSTAIRCASE\n2\n5\nn\nMarble\nSTAIRCASE\n1\n1\n12,3\n");
     EXPECT_FALSE(RunLoop());
-    ASSERT_EQ(Answers().size(), 3u);
+    ASSERT_EQ(Answers().size(), 7u);
     EXPECT_EQ(Answers()[0].kind, 3);    // "2" is the third keyword when numbers are refused
     EXPECT_EQ(Answers()[1].kind, -3);   // a number when they are allowed
     EXPECT_DOUBLE_EQ(Answers()[1].number, 5);
-    // A string prompt still reads coordinates as a point.
-    ExpectPoint(2, 12, 3, 0);
-}
-
-int AskWord() {
-    Input_SetKeywords("Y,N", 0, 1);
-    return Ask("\nTEXTURE> Name: ");
-}
-
-TEST_F(CoordsTest, StringsKeywordsAndTheCommandPrompt) {
-    Command_Register(308, AskWord, 0);
-    Headless_PushText("ASSIGN\nn\nASSIGN\nMarble\n1,2\n");
-    EXPECT_FALSE(RunLoop());
-    ASSERT_EQ(Answers().size(), 2u);
-    EXPECT_EQ(Answers()[0].kind, 2);
-    EXPECT_EQ(Answers()[1].kind, -2);
-    EXPECT_EQ(Answers()[1].text, "Marble");
-    // At the Command prompt coordinates are not read: "1,2" is an unknown name.
-    EXPECT_NE(Headless_Transcript().find("\nCommand: \nUnknown Command"), std::string::npos);
+    EXPECT_EQ(Answers()[2].kind, 2);    // a keyword before a string
+    EXPECT_EQ(Answers()[3].kind, -2);
+    EXPECT_EQ(Answers()[3].text, "Marble");
+    ExpectPoint(6, 12, 3, 0);           // a string prompt still reads coordinates as a point
+    EXPECT_EQ(Headless_Transcript().rfind("\nCommand: \nUnknown Command\a\nCommand: \nLEVEL> Which: ", 0), 0u);
 }
 
 TEST_F(CoordsTest, InputLineHoldsAtMost126Characters) {
@@ -117,9 +107,6 @@ TEST_F(CoordsTest, InputLineStopsAtTheScreenEdge) {
     EXPECT_EQ(g.input.textLength, 73);
     const int fg = g.config.colors.foreground;
     EXPECT_EQ(Headless_ReadText(0, g.screen.inputLineY + 1, 80, fg), "INPUT: " + std::string(73, 'y'));
-}
-
-TEST_F(CoordsTest, WiderScreenHoldsMore) {
     Headless_Reset();
     Screen_Open(260);
     Screen_DrawFrame();
@@ -146,17 +133,16 @@ TEST_F(CoordsTest, AnyBytesTypedNeverCrash) {
 }
 
 TEST_F(CoordsTest, OrthoKeepsTheLargestComponent) {
-    EXPECT_EQ(Input_OrthoDelta({3, 3, 1}).x, 3);   // X wins ties
-    EXPECT_EQ(Input_OrthoDelta({3, 3, 1}).y, 0);
-    Point3 y = Input_OrthoDelta({1, 3, 3});        // Y wins its tie with Z
-    EXPECT_EQ(y.x, 0);
-    EXPECT_EQ(y.y, 3);
-    EXPECT_EQ(y.z, 0);
-    Point3 z = Input_OrthoDelta({-1, 2, -5});
-    EXPECT_EQ(z.z, -5);
-    EXPECT_EQ(z.x, 0);
-    EXPECT_EQ(Input_OrthoDelta({3, 1, 3}).x, 3);
-    EXPECT_EQ(Input_OrthoDelta({3, 1, 3}).z, 0);
+    const Point3 cases[][2] = {
+        {{3, 3, 1}, {3, 0, 0}},     // X wins ties
+        {{3, 1, 3}, {3, 0, 0}},
+        {{1, 3, 3}, {0, 3, 0}},     // Y wins its tie with Z
+        {{-1, 2, -5}, {0, 0, -5}},
+    };
+    for (const auto& c : cases) {
+        const Point3 d = Input_OrthoDelta(c[0]);
+        EXPECT_TRUE(d.x == c[1].x && d.y == c[1].y && d.z == c[1].z) << c[0].x << "," << c[0].y << "," << c[0].z;
+    }
 }
 
 TEST_F(CoordsTest, OrthoSnapsTheRubberBand) {
@@ -184,52 +170,37 @@ TEST_F(CoordsTest, OrthoSnapsTheRubberBand) {
 }
 
 TEST_F(CoordsTest, FiltersCollectCoordinatesOverSeveralPoints) {
-    Headless_PushText("POLYLINE\nxpoint\n1,2,3\n4,5,6\nyzpoint\n7,8,9\n10,11,12\n");
+    Headless_PushText("zpoint\nPOLYLINE\nxpoint\n1,2,3\n4,5,6\nyzpoint\n7,8,9\n10,11,12\n");
     EXPECT_FALSE(RunLoop());
     ExpectPoint(0, 1, 5, 6);      // X of the first, Y and Z of the second
     ExpectPoint(1, 10, 8, 9);     // Y,Z of the first, X of the second
-    const std::string t = Headless_Transcript();
-    EXPECT_NE(t.find("\nPOLYLINE> Start point: (X point of) \nPOLYLINE> Start point: (need Y,Z) "
-                     "\nPOLYLINE> Next point: (Y,Z point of) \nPOLYLINE> Next point: (need X) "
-                     "\nPOLYLINE> Next point: "),
-              std::string::npos) << t;
-}
-
-TEST_F(CoordsTest, FiltersAtTheCommandPromptDoNothing) {
-    Headless_PushText("zpoint\nPOLYLINE\n");
-    EXPECT_FALSE(RunLoop());
-    EXPECT_EQ(Headless_Transcript(), "\nCommand: \nCommand: \nPOLYLINE> Start point: ");
+    // At "Command:" a filter does nothing.
+    EXPECT_EQ(Headless_Transcript(), "\nCommand: \nCommand: \nPOLYLINE> Start point: (X point of) "
+                                     "\nPOLYLINE> Start point: (need Y,Z) \nPOLYLINE> Next point: (Y,Z point of) "
+                                     "\nPOLYLINE> Next point: (need X) \nPOLYLINE> Next point: ");
 }
 
 class SnapTest : public CoordsTest {
   protected:
     void SetUp() override {
         CoordsTest::SetUp();
-        static Point3 pts[3] = {{0, 0, 0}, {4, 0, 0}, {4, 0, 4}};
-        PolylineData poly = Poly_Default();
-        poly.points = pts;
-        poly.count = 3;
-        ASSERT_NE(Poly_AddToScene(&poly), nullptr);
+        ASSERT_NE(AddPolyline({{0, 0, 0}, {4, 0, 0}, {4, 0, 4}}), nullptr);
     }
 };
 
 TEST_F(SnapTest, EndAndMidPointOfAPolylineEdge) {
-    Headless_PushText("POLYLINE\nendpoint\n1,0,0\nendpoint\n4,0,3\nmidpoint\n3,0,0\nendpoint\n2,0,0\n");
+    Headless_PushText("POLYLINE\nendpoint\n1,0,0\nendpoint\n4,0,3\nmidpoint\n3,0,0\nendpoint\n2,0,0\n"
+                      "endpoint\n1,0,2\n1,0,2\nmidpoint\n-3,0,-3\n");
     EXPECT_FALSE(RunLoop());
     ExpectPoint(0, 0, 0, 0);   // nearer end of the first edge
     ExpectPoint(1, 4, 0, 4);   // nearer end of the second edge
     ExpectPoint(2, 2, 0, 0);   // middle of the first edge
     ExpectPoint(3, 0, 0, 0);   // equally far: the first end
-}
-
-TEST_F(SnapTest, NoEdgeUnderTheCursor) {
-    Headless_PushText("POLYLINE\nendpoint\n1,0,2\n1,0,2\nmidpoint\n-3,0,-3\n");
-    EXPECT_FALSE(RunLoop());
-    ExpectPoint(0, 1, 0, 2);   // after the miss the modifier is gone
+    ExpectPoint(4, 1, 0, 2);   // after a miss the modifier is gone
     const std::string t = Headless_Transcript();
-    EXPECT_NE(t.find("(End point of) \nPOLYLINE> Start point: ENDpoint Not Found\a\nPOLYLINE> Start point: "),
+    EXPECT_NE(t.find("(End point of) \nPOLYLINE> Next point: ENDpoint Not Found\a\nPOLYLINE> Next point: "),
               std::string::npos) << t;
-    EXPECT_NE(t.find("MIDpoint Not Found"), std::string::npos) << t;
+    EXPECT_NE(t.find("(Mid point of) \nPOLYLINE> Next point: MIDpoint Not Found\a"), std::string::npos) << t;
 }
 
 TEST_F(SnapTest, PointsRefusedAndTheThreeDView) {
@@ -268,10 +239,6 @@ TEST_F(SnapTest, RubberBandNames) {
         EXPECT_EQ(g.input.basePoint.z, 3);
     }
 }
-
-}  // namespace
-
-namespace {
 
 // The same snaps with the point clicked in the viewport rather than typed:
 // the click near (3.6, 0, 0.2) finds the first edge, whose nearer end is (4, 0, 0).

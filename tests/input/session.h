@@ -54,6 +54,14 @@ inline int FakeCircle() {
     return Ask("\nCIRCLE> Set Radius: ");
 }
 
+// Adds a polyline through pts to the current layer.
+inline Object* AddPolyline(std::vector<Point3> pts) {
+    PolylineData poly = Poly_Default();
+    poly.points = pts.data();
+    poly.count = (int)pts.size();
+    return Poly_AddToScene(&poly);
+}
+
 class SessionTest : public HeadlessTest {
   protected:
     void SetUp() override {

@@ -33,6 +33,7 @@ TEST(GetFieldTest, BlanksAndQuotes) {
 
 TEST(GetFieldTest, Comments) {
     EXPECT_EQ(Field("// a comment", 0), "<none>");
+    EXPECT_EQ(Field("   // indented", 0), "<none>");   // blanks go first
     EXPECT_EQ(Field("A(x)// later", 1), "x");
     EXPECT_EQ(Field("A(\"//x\")", 1), "//x");
 }
