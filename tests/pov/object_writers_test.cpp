@@ -426,70 +426,88 @@ TEST_F(PovTest, WallSegmentsAreBoxes) {
     EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
 }
 
-std::string Row(double y, double z, int cols = 4, double x0 = 0) {
-    std::string s = "\n            ";
-    char buf[80];
-    for (int c = 0; c < cols; c++) {
-        snprintf(buf, sizeof buf, "<%d.00000000, %d.00000000, %d.00000000>", (int)(x0 + c), (int)y, (int)z);
-        s += buf;
-        if (c < cols - 1) s += ", ";
-    }
-    return s;
-}
-
-TEST_F(PovTest, BezierMeshAsOneBicubicPatch) {
-    g.config.Bezier_Output = 1;
-    g.config.Optimize_PovOut = 0;
-    NewLayer("B");
+// A Bezier mesh of size_m x size_n cells whose grid point (r, c) is (c, r, 0).
+void AddBezierMesh(int size_m, int size_n, int flags) {
     PolylineData m = Poly_Default();
     m.form = FORM_POLY_MESH;
-    m.poly_flags = POLY_BSPLINE;
-    m.size_m = 3;
-    m.size_n = 3;
+    m.poly_flags = POLY_BSPLINE | flags;
+    m.size_m = size_m;
+    m.size_n = size_n;
     m.segments = 4;
     m.angle = 5.9;
     m.param1 = {0.01, 0, 0};
     std::vector<Point3> pts;
-    for (int r = 0; r < 4; r++)
-        for (int c = 0; c < 4; c++) pts.push_back({(double)c, (double)r, r == 1 || r == 2 ? 1.0 : 0.0});
+    for (int r = 0; r <= size_m; r++)
+        for (int c = 0; c <= size_n; c++) pts.push_back({(double)c, (double)r, 0});
     m.points = pts.data();
-    m.count = 16;
+    m.count = (int)pts.size();
     Poly_AddToScene(&m);
+}
+
+// One control row of four points (x0 .. x0 + 3, y, 0) as "%3.8f" writes it.
+std::string Row(double y, double x0 = 0) {
+    std::string s = "\n            ";
+    char buf[80];
+    for (int c = 0; c < 4; c++) {
+        snprintf(buf, sizeof buf, "<%.8f, %.8f, 0.00000000>%s", x0 + c, y, c < 3 ? ", " : "");
+        s += buf;
+    }
+    return s;
+}
+
+std::string Patch(double y0, double y1, double y2, double y3) {
+    return "\n        bicubic_patch { type 1  flatness 0.01  u_steps 4  v_steps 5" + Row(y0) + "," + Row(y1) +
+           "," + Row(y2) + "," + Row(y3);
+}
+
+TEST_F(PovTest, BezierMeshAsOneBicubicPatch) {
+    g.config.Optimize_PovOut = 0;
+    NewLayer("B");
+    AddBezierMesh(3, 3, 0);
     std::string text = Export();
-    std::string expected = "\n\nunion {  // Layer name: B\n    union {"
-                           "\n        bicubic_patch { type 1  flatness 0.01  u_steps 4  v_steps 5" +
-                           Row(0, 0) + "," + Row(1, 1) + "," + Row(2, 1) + "," + Row(3, 0) +
-                           "\n        }\n    }\n}";
-    EXPECT_EQ(Action(text), expected);
+    EXPECT_EQ(Action(text), "\n\nunion {  // Layer name: B\n    union {" + Patch(0, 1, 2, 3) + "\n        }\n    }\n}");
     EXPECT_EQ(messages_, "\nMaking <qmr.pov>\nWriting: Poly_Mesh");
     EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
 }
 
 TEST_F(PovTest, NeighbouringPatchesMeetAtMidpoints) {
-    g.config.Bezier_Output = 1;
     NewLayer("B");
-    PolylineData m = Poly_Default();
-    m.form = FORM_POLY_MESH;
-    m.poly_flags = POLY_BSPLINE;
-    m.size_m = 3;
-    m.size_n = 5;   // two patches side by side sharing columns 2 and 3
-    std::vector<Point3> pts;
-    for (int r = 0; r < 4; r++)
-        for (int c = 0; c < 6; c++) pts.push_back({(double)c, (double)r, 0});
-    m.points = pts.data();
-    m.count = (int)pts.size();
-    Poly_AddToScene(&m);
+    AddBezierMesh(3, 5, 0);   // two patches side by side sharing columns 2 and 3
     std::string text = Export();
-    // First patch: its right column becomes the midpoints of columns 2 and 3.
+    // First patch: its right column becomes the midpoints of columns 2 and 3;
+    // the second patch's left column is the same midpoints.
     EXPECT_NE(text.find("<0.00000000, 0.00000000, 0.00000000>, <1.00000000, 0.00000000, 0.00000000>, "
                         "<2.00000000, 0.00000000, 0.00000000>, <2.50000000, 0.00000000, 0.00000000>,"),
               std::string::npos);
-    // Second patch: its left column is the same midpoints.
     EXPECT_NE(text.find("<2.50000000, 0.00000000, 0.00000000>, <3.00000000, 0.00000000, 0.00000000>, "
                         "<4.00000000, 0.00000000, 0.00000000>, <5.00000000, 0.00000000, 0.00000000>,"),
               std::string::npos);
     EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
 }
+
+// M Closed: the border rows of the one regular patch have a neighbour across
+// the seam, so they move to the midpoints (y 0.5 and 2.5); the seam patch
+// (rows 2, 3, 0, 1) then meets it in those same rows.
+TEST_F(PovTest, ClosedMeshGetsASeamPatch) {
+    g.config.Optimize_PovOut = 0;
+    NewLayer("B");
+    AddBezierMesh(3, 3, POLY_M_CLOSED);
+    std::string text = Export();
+    EXPECT_EQ(Action(text), "\n\nunion {  // Layer name: B\n    union {" + Patch(0.5, 1, 2, 2.5) + "\n        }" +
+                                Patch(2.5, 3, 0, 0.5) + "\n        }\n    }\n}");
+}
+
+// Sizes must be odd for patches; an even one has no grid line for the last
+// patch's fourth row, which is left out instead of read past the points.
+TEST_F(PovTest, EvenMeshSizeWritesOnlyWholePatches) {
+    NewLayer("B");
+    AddBezierMesh(4, 3, 0);
+    std::string text = Export();
+    size_t first = text.find("bicubic_patch");
+    ASSERT_NE(first, std::string::npos);
+    EXPECT_EQ(text.find("bicubic_patch", first + 1), std::string::npos);
+}
+
 
 // --- bad input ---
 
