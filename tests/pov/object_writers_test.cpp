@@ -10,9 +10,13 @@ namespace {
 
 const std::string kCont = "\n" + std::string(25, ' ');   // continuation of a smooth_triangle in a layer
 
-Object* AddPrim(int type, void (*fill)(PrimitiveData&) = nullptr) {
+Object* AddPrim(int type, double p1 = 0, double p2 = 0, double p3 = 0,
+                void (*fill)(PrimitiveData&) = nullptr) {
     PrimitiveData p = Primitive_Default();
     p.prim_type = type;
+    p.p1 = p1;
+    p.p2 = p2;
+    p.p3 = p3;
     if (fill) fill(p);
     return Add_Primitive(&p);
 }
@@ -45,39 +49,25 @@ Object* AddPoly(int form, std::initializer_list<Point3> pts, void (*fill)(Polyli
 TEST_F(PovTest, PrimitivesInEveryForm) {
     NewLayer("P");
     // Objects are written newest first: add them in reverse.
-    AddPrim(PRIM_BOX, [](PrimitiveData& p) {
+    AddPrim(PRIM_BOX, 0, 0, 0, [](PrimitiveData& p) {
         p.size = {1, 1, 1};
         p.rotate = {30, 20, 10};
         p.prim_flags = PRIM_ROT_XYZ;
     });
-    Object* box = AddPrim(PRIM_BOX, [](PrimitiveData& p) {
+    Object* box = AddPrim(PRIM_BOX, 0, 0, 0, [](PrimitiveData& p) {
         p.size = {1, 2, 3};
         p.scale = {2, 2, 2};
         p.rotate = {30, 20, 10};
     });
     box->flags = No_shadow;
-    Object* plane = AddPrim(PRIM_PLANE, [](PrimitiveData& p) { p.translate = {0, -1, 0}; });
+    Object* plane =
+        AddPrim(PRIM_PLANE, 0, 0, 0, [](PrimitiveData& p) { p.translate = {0, -1, 0}; });
     strcpy(plane->texture, "Jade");
-    AddPrim(PRIM_DISC, [](PrimitiveData& p) {
-        p.p1 = 1;
-        p.p2 = 3;
-    });
-    AddPrim(PRIM_TORUS, [](PrimitiveData& p) {
-        p.p1 = 2;
-        p.p2 = 0.5;
-    });
-    AddPrim(PRIM_CONE, [](PrimitiveData& p) {
-        p.p1 = 1;
-        p.p2 = 0.5;
-        p.p3 = 3;
-        p.prim_flags = PRIM_OPEN;
-    });
-    AddPrim(PRIM_CONE, [](PrimitiveData& p) {
-        p.p1 = 1;
-        p.p2 = 0.5;
-        p.p3 = 3;
-    });
-    AddPrim(PRIM_SPHERE, [](PrimitiveData& p) { p.p1 = 2; });
+    AddPrim(PRIM_DISC, 1, 3);
+    AddPrim(PRIM_TORUS, 2, 0.5);
+    AddPrim(PRIM_CONE, 1, 0.5, 3, [](PrimitiveData& p) { p.prim_flags = PRIM_OPEN; });
+    AddPrim(PRIM_CONE, 1, 0.5, 3);
+    AddPrim(PRIM_SPHERE, 2);
     std::string text = Export();
     EXPECT_EQ(Action(text),
               "\n\nunion {  // Layer name: P"
@@ -107,21 +97,17 @@ TEST_F(PovTest, PrimitivesInEveryForm) {
 TEST_F(PovTest, TorusWithoutOptimizeAndHeightFields) {
     g.config.Optimize_PovOut = 0;
     NewLayer("H");
-    AddPrim(PRIM_HEIGHT_FIELD, [](PrimitiveData& p) {
+    AddPrim(PRIM_HEIGHT_FIELD, 0, 0, 0, [](PrimitiveData& p) {
         strcpy(p.file, "hills.pot");
         p.hf_type = 7;
     });
-    Object* hf = AddPrim(PRIM_HEIGHT_FIELD, [](PrimitiveData& p) {
+    Object* hf = AddPrim(PRIM_HEIGHT_FIELD, 0.25, 0, 0, [](PrimitiveData& p) {
         strcpy(p.file, "land.tga");
         p.hf_type = 1;
-        p.p1 = 0.25;
     });
     hf->flags = Smooth_triangle;
-    AddPrim(PRIM_HEIGHT_FIELD, [](PrimitiveData& p) { strcpy(p.file, "abcdefgh.gif"); });
-    AddPrim(PRIM_TORUS, [](PrimitiveData& p) {
-        p.p1 = 2;
-        p.p2 = 0.5;
-    });
+    AddPrim(PRIM_HEIGHT_FIELD, 0, 0, 0, [](PrimitiveData& p) { strcpy(p.file, "abcdefgh.gif"); });
+    AddPrim(PRIM_TORUS, 2, 0.5);
     EXPECT_EQ(Action(Export()),
               "\n\nunion {  // Layer name: H"
               "\n    torus { 2, 0.5 }"
@@ -200,7 +186,7 @@ TEST_F(PovTest, StandAloneTrianglesFormOneUnionAtTheFirst) {
     AddTri({0, 0, 0}, {1, 0, 0}, {0, 1, 0});
     AddTri({0, 0, 0}, {1, 1, 1}, {2, 2, 2});   // degenerate: dropped
     AddTri({1, 0, 0}, {1, 1, 0}, {0, 1, 0}, 0, "Jade");
-    AddPrim(PRIM_SPHERE, [](PrimitiveData& p) { p.p1 = 1; });
+    AddPrim(PRIM_SPHERE, 1);
     AddTri({0, 0, 0}, {0, 1, 0}, {0, 0, 1}, No_shadow);
     std::string text = Export();
     EXPECT_EQ(Action(text),
@@ -327,17 +313,6 @@ TEST_F(PovSpoolTest, SpooledSurfaceWithSmoothNormalsAndSpoolRemoved) {
     EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
 }
 
-TEST_F(PovSpoolTest, FileBasedNormalPassWhenMemoryIsShort) {
-    NewLayer("X");
-    Object* o = AddPoly(FORM_EXTRUSION, {{0, 0, 0}, {1, 0, 0}});
-    o->flags = Smooth_triangle;
-    strcpy(o->texture, "Jade");
-    Mem_FailAfter(1);   // the spool's buffer is the export's only scene allocation
-    std::string text = Export();
-    Mem_FailAfter(0);
-    EXPECT_EQ(Action(text), kSmoothExtrusion);
-}
-
 TEST_F(PovSpoolTest, PlainTrianglesWithNoShadowAndFormComments) {
     NewLayer("X");
     Object* o = AddPoly(FORM_POLY_CUBE, {{0, 0, 0}, {1, 0, 0}});
@@ -359,7 +334,7 @@ TEST_F(PovSpoolTest, SpoolThatCannotBeCreatedLeavesTheObjectOut) {
     ASSERT_EQ(mkdir((run_ + "/triangle.tmp").c_str(), 0755), 0);   // fopen of a directory fails
     NewLayer("X");
     AddPoly(FORM_REVOLUTION, {{0, 0, 0}, {1, 0, 0}});
-    AddPrim(PRIM_SPHERE, [](PrimitiveData& p) { p.p1 = 1; });
+    AddPrim(PRIM_SPHERE, 1);
     std::string text = Export();
     EXPECT_EQ(Action(text), "\n\nunion {  // Layer name: X\n    sphere { <0.0, 0.0, 0.0>, 1 }\n    \n}");
     EXPECT_EQ(messages_, "\nMaking <qmr.pov>\nError: Creating <triangle.tmp>...can't add poly to POV file!");
@@ -427,7 +402,8 @@ TEST_F(PovTest, WallSegmentsAreBoxes) {
 }
 
 // A Bezier mesh of size_m x size_n cells whose grid point (r, c) is (c, r, 0).
-void AddBezierMesh(int size_m, int size_n, int flags) {
+// `missing` points are left off its end.
+void AddBezierMesh(int size_m, int size_n, int flags, int missing = 0) {
     PolylineData m = Poly_Default();
     m.form = FORM_POLY_MESH;
     m.poly_flags = POLY_BSPLINE | flags;
@@ -440,7 +416,7 @@ void AddBezierMesh(int size_m, int size_n, int flags) {
     for (int r = 0; r <= size_m; r++)
         for (int c = 0; c <= size_n; c++) pts.push_back({(double)c, (double)r, 0});
     m.points = pts.data();
-    m.count = (int)pts.size();
+    m.count = (int)pts.size() - missing;
     Poly_AddToScene(&m);
 }
 
@@ -498,9 +474,11 @@ TEST_F(PovTest, ClosedMeshGetsASeamPatch) {
 }
 
 // Sizes must be odd for patches; an even one has no grid line for the last
-// patch's fourth row, which is left out instead of read past the points.
+// patch's fourth row, which is left out instead of read past the points. A
+// mesh with fewer points than its sizes claim writes no patch at all.
 TEST_F(PovTest, EvenMeshSizeWritesOnlyWholePatches) {
     NewLayer("B");
+    AddBezierMesh(3, 3, 0, 4);
     AddBezierMesh(4, 3, 0);
     std::string text = Export();
     size_t first = text.find("bicubic_patch");
@@ -508,12 +486,11 @@ TEST_F(PovTest, EvenMeshSizeWritesOnlyWholePatches) {
     EXPECT_EQ(text.find("bicubic_patch", first + 1), std::string::npos);
 }
 
-
 // --- bad input ---
 
 TEST_F(PovTest, InvalidNumbersNeverReachTheFile) {
     NewLayer("N");
-    AddPrim(PRIM_SPHERE, [](PrimitiveData& p) { p.p1 = NAN; });
+    AddPrim(PRIM_SPHERE, NAN);
     LightData l = Light_Default();
     l.position = {INFINITY, 0, 0};
     Add_Light(&l);
@@ -558,7 +535,7 @@ TEST_F(PovTest, IndexedNormalPassMatchesThePlainPassExactly) {
     for (double tol : {0.0, 0.003, 0.01}) {
         g.writer.Vertex_Tolerance = tol;
         std::string indexed = Export();
-        Mem_FailAfter(1);   // no buffer: the plain pass over the file
+        Mem_FailAfter(1);   // the spool's buffer fails: the plain pass over the file
         std::string plain = Export();
         Mem_FailAfter(0);
         EXPECT_EQ(Count(indexed, "smooth_triangle"), 240);
