@@ -32,26 +32,6 @@ Point3 Rotate(Point3 v, Point3 u, double theta) {
                   v.z * c + x.z * s + u.z * d * (1 - c)};
 }
 
-TEST_F(SurfaceGeom, RevolutionQuarterTurnInSixteenSteps) {
-    UseFacets();
-    PolylineData p = Poly(FORM_REVOLUTION, {{1, 0, 0}, {1, 0, 1}});
-    p.param1 = {0, 0, 0};
-    p.param2 = {0, 0, 5};   // the z axis
-    p.angle = 90;
-    p.size_n = 16;
-    EXPECT_EQ(Poly_DrawRevolution(&p), 0);
-    ASSERT_EQ(Rec().facets.size(), 16u);
-    for (int j = 1; j <= 16; j++) {
-        const double a0 = (j - 1) * 5.625 * kPi / 180, a1 = j * 5.625 * kPi / 180;
-        const RecFacet& f = Rec().facets[j - 1];
-        EXPECT_TRUE(Near(f.c[0], {std::cos(a0), std::sin(a0), 0})) << j;
-        EXPECT_TRUE(Near(f.c[1], {std::cos(a0), std::sin(a0), 1})) << j;
-        EXPECT_TRUE(Near(f.c[2], {std::cos(a1), std::sin(a1), 1})) << j;
-        EXPECT_TRUE(Near(f.c[3], {std::cos(a1), std::sin(a1), 0})) << j;
-    }
-    EXPECT_PT(Rec().facets[15].c[2], 0, 1, 1);
-}
-
 TEST_F(SurfaceGeom, RevolutionAboutAnArbitraryAxis) {
     UseFacets();
     PolylineData p = Poly(FORM_REVOLUTION, {{4, 2, 3}, {4, 5, 3}, {1, 5, 0}});
