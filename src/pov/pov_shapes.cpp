@@ -170,7 +170,10 @@ void Patch(const PolylineData& m, const int rows[4], const int cols[4], const bo
 void Pov_WritePatches(const Object* object) {
     const PolylineData& m = *(const PolylineData*)object->data;
     if (m.size_m < 3 || m.size_n < 3 || (long)m.count < (long)(m.size_m + 1) * (m.size_n + 1)) return;
-    int pm = m.size_m / 2, pn = m.size_n / 2;
+    // Only patches whose four rows and columns exist: with the odd sizes the
+    // mesh editor enforces that is size / 2 each way; an even size has one
+    // grid line too few for its last patch, which is left out.
+    int pm = (m.size_m - 1) / 2, pn = (m.size_n - 1) / 2;
     bool rows_closed = (m.poly_flags & POLY_M_CLOSED) != 0;   // border rows wrap
     bool cols_closed = (m.poly_flags & POLY_N_CLOSED) != 0;   // border columns wrap
     for (int i = 0; i < pm; i++)

@@ -72,18 +72,6 @@ TEST_F(PolyPath, ClosedSplineWrapsAndFrameFollows) {
     EXPECT_PT(Rec().segments.back().b, 0, 0, 0);
 }
 
-TEST_F(PolyPath, StraightPolylineClosesWhenClosed) {
-    UseScreen();
-    PolylineData p = Poly({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}});
-    Poly_DrawPlain(&p);
-    EXPECT_EQ(Rec().segments.size(), 2u);
-    Rec() = Recording{};
-    p.poly_flags = POLY_CLOSED;
-    Poly_DrawPlain(&p);
-    ASSERT_EQ(Rec().segments.size(), 3u);
-    EXPECT_PT(Rec().segments[2].b, 0, 0, 0);
-}
-
 TEST_F(PolyPath, LengthAndPointAtStraight) {
     PolylineData p = Poly({{0, 0, 0}, {3, 4, 0}, {3, 4, 12}});
     EXPECT_DOUBLE_EQ(Poly_Length(&p), 17.0);

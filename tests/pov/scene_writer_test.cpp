@@ -181,42 +181,35 @@ TEST_F(PovTest, TextureWithoutTransformClosesOnItsOwnLine) {
 
 // --- the overwrite question ---
 
-// The answer typed at the overwrite question (keys of the headless display).
-class PovAnswer {
-  public:
-    PovAnswer(const std::string&, const std::string& text) {
-        Headless_Reset();
-        Headless_PushText(text.c_str());
-    }
-    ~PovAnswer() { Headless_Reset(); }
-};
+// An existing scene file and the answer typed at the overwrite question.
+void ExistingFileAndAnswer(const std::string& path, const char* text) {
+    WriteFile(path, "old");
+    g.input.currentCommand = 108;
+    Headless_Reset();
+    Headless_PushText(text);
+}
+
+const char kQuestion[] = "\nEXPORTPOV> File already Exists, Overwrite it (Yes,No)? <Y>:";
 
 TEST_F(PovTest, ExistingFileAnsweredNoIsKept) {
     NewLayer("L");
-    WriteFile(ScenePath(), "old");
-    g.input.currentCommand = 108;
-    PovAnswer answer(dir_.file("answer.txt"), "N\n");
+    ExistingFileAndAnswer(ScenePath(), "N\n");
     Export(2);
     EXPECT_EQ(ReadFile(ScenePath()), "old");
-    EXPECT_EQ(messages_, "\nEXPORTPOV> File already Exists, Overwrite it (Yes,No)? <Y>:\nExport aborted");
+    EXPECT_EQ(messages_, kQuestion + std::string("\nExport aborted"));
 }
 
 TEST_F(PovTest, ExistingFileAnsweredYesOrEnterIsReplaced) {
-    for (const char* answer_text : {"Y\n", "\n"}) {
-        WriteFile(ScenePath(), "old");
-        g.input.currentCommand = 108;
-        PovAnswer answer(dir_.file("answer.txt"), answer_text);
-        std::string text = Export(1);
-        EXPECT_EQ(text.rfind(ExpectedHeader(), 0), 0u) << answer_text;
-        EXPECT_EQ(messages_, "\nEXPORTPOV> File already Exists, Overwrite it (Yes,No)? <Y>:\nMaking <qmr.pov>");
+    for (const char* answer : {"Y\n", "\n"}) {
+        ExistingFileAndAnswer(ScenePath(), answer);
+        EXPECT_EQ(Export(1).rfind(ExpectedHeader(), 0), 0u) << answer;
+        EXPECT_EQ(messages_, kQuestion + std::string("\nMaking <qmr.pov>"));
     }
 }
 
 TEST_F(PovTest, QuestionAnsweredByAnotherCommandReturnsZero) {
-    WriteFile(ScenePath(), "old");
-    g.input.currentCommand = 108;
     WriteFile(support_ + "/command.dat", "(SAVE,104)\n");
-    PovAnswer answer(dir_.file("answer.txt"), "SAVE\n");
+    ExistingFileAndAnswer(ScenePath(), "SAVE\n");
     Export(0);
     EXPECT_EQ(g.input.InputResult.code, 104);
     EXPECT_EQ(ReadFile(ScenePath()), "old");

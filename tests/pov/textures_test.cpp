@@ -29,11 +29,6 @@ long FileSize(const std::string& path) {
 
 TEST_F(PovTest, DefaultRecordIsAPlainBlackTexture) {
     EXPECT_EQ(DeclText(Named("Plain")), "\n\n#declare Plain = texture {\n    pigment { color rgbf<0, 0, 0, 0>\n    }\n}");
-    TextureRecord d = Texture_Default();
-    EXPECT_EQ(d.pattern, 6);
-    EXPECT_FLOAT_EQ(d.diffuse, 0.6f);
-    EXPECT_FLOAT_EQ(d.roughness, 0.05f);
-    EXPECT_EQ(d.tex_scale[0], 1.0);
 }
 
 TEST_F(PovTest, ColourMapWritesOnlyEntriesInUse) {
