@@ -166,7 +166,10 @@ BackgroundRun::BackgroundRun(const std::vector<std::string>& argv, const RunOpti
     pidfile_ = tmpl;
     std::vector<std::string> wrapped = {"/bin/sh", "-c", "echo $$ > \"$0\"; exec \"$@\"", pidfile_};
     wrapped.insert(wrapped.end(), argv.begin(), argv.end());
-    thread_ = new std::thread([this, wrapped, opt] { result_ = RunProcess(wrapped, opt); });
+    thread_ = new std::thread([this, wrapped, opt] {
+        result_ = RunProcess(wrapped, opt);
+        ended_ = true;
+    });
 }
 
 RunResult BackgroundRun::Finish(int sig) {
@@ -174,7 +177,7 @@ RunResult BackgroundRun::Finish(int sig) {
     if (!finished_) {
         std::string text = ReadFile(pidfile_);
         int pid = atoi(text.c_str());
-        if (pid > 0) kill(pid, sig);
+        if (pid > 0 && !ended_) kill(pid, sig);
         t->join();
         finished_ = true;
         unlink(pidfile_.c_str());

@@ -1,6 +1,7 @@
 // process.h - running the real program (or any command) from a test, and a
 // private X server for tests that need a display.
 #pragma once
+#include <atomic>
 #include <map>
 #include <string>
 #include <vector>
@@ -47,6 +48,7 @@ class BackgroundRun {
     std::string pidfile_;
     RunResult result_;
     void* thread_;   // std::thread, kept out of this header
+    std::atomic<bool> ended_{false};   // the program has been waited for: its pid may be reused
     bool finished_ = false;
 };
 
