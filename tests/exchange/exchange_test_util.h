@@ -1,7 +1,6 @@
 // exchange_test_util.h - fixture for the DXF and RAW tests: a fresh state,
 // the headless screen, a temporary work directory, answers for the prompt
 // and small scene helpers.
-//
 #pragma once
 #include <cstdio>
 #include <string>
@@ -80,3 +79,35 @@ class ExchangeTest : public HeadlessTest {
 
 inline FaceData Face(Point3 a, Point3 b, Point3 c, Point3 d) { return FaceData{{a, b, c, d}}; }
 inline TriangleData Tri(Point3 a, Point3 b, Point3 c) { return TriangleData{{a, b, c}}; }
+
+// Corners as "%g" numbers separated by blanks, for whole-record comparisons.
+inline std::string CornerText(const Point3* c, int n) {
+    std::string s;
+    char buf[80];
+    for (int k = 0; k < n; k++) {
+        snprintf(buf, sizeof buf, "%s%g %g %g", k ? " " : "", c[k].x, c[k].y, c[k].z);
+        s += buf;
+    }
+    return s;
+}
+
+// A layer as "name colour on" and one line per object, newest first: "F" and
+// "T" with their corners, "P" with the polyline's points.
+inline std::string LayerText(const Layer* l) {
+    std::string s = std::string(l->name) + " " + std::to_string(l->color) + " " + std::to_string(l->on);
+    for (const Object* o = l->first_object; o; o = o->next) {
+        if (o->kind == KIND_3DFACE) s += "\nF " + CornerText(((const FaceData*)o->data)->corner, 4);
+        if (o->kind == KIND_TRIANGLE) s += "\nT " + CornerText(((const TriangleData*)o->data)->corner, 3);
+        if (o->kind == KIND_POLYLINE) {
+            const PolylineData* p = (const PolylineData*)o->data;
+            s += "\nP " + CornerText(p->points, p->count);
+        }
+    }
+    return s + "\n";
+}
+
+inline int Count(const std::string& text, const std::string& what) {
+    int n = 0;
+    for (size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) n++;
+    return n;
+}

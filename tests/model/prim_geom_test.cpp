@@ -31,13 +31,10 @@ TEST_F(PrimGeom, DiscRingCornersAndMasks) {
     p.p2 = 2;
     EXPECT_EQ(Prim_Draw(&p), 0);
     ASSERT_EQ(Rec().facets.size(), 4u);   // 1 x 4
-    const RecFacet& f0 = Rec().facets[0];
-    EXPECT_CORNERS(f0, {1, 0, 0}, {2, 0, 0}, {0, 0, 2}, {0, 0, 1});
-    EXPECT_EQ(f0.mask, 15);   // row 0 and column 0: all four edges
-    const RecFacet& f1 = Rec().facets[1];
-    EXPECT_PT(f1.c[0], 0, 0, 1);
-    EXPECT_PT(f1.c[2], -2, 0, 0);
-    EXPECT_EQ(f1.mask, 14);   // the edge c0-c1 belongs to column 0's neighbour
+    EXPECT_CORNERS(Rec().facets[0], {1, 0, 0}, {2, 0, 0}, {0, 0, 2}, {0, 0, 1});
+    EXPECT_EQ(Rec().facets[0].mask, 15);   // row 0 and column 0: all four edges
+    EXPECT_CORNERS(Rec().facets[1], {0, 0, 1}, {0, 0, 2}, {-2, 0, 0}, {-1, 0, 0});
+    EXPECT_EQ(Rec().facets[1].mask, 14);   // the edge c0-c1 belongs to column 0's neighbour
     EXPECT_PT(Rec().facets[3].c[2], 2, 0, 0);   // last column closes at angle 2 pi
 }
 
@@ -48,9 +45,8 @@ TEST_F(PrimGeom, SphereCountsAndCorners) {
     Prim_Draw(&p);
     ASSERT_EQ(Rec().facets.size(), 16u);
     // Cell (1, 1): longitude 90..180 degrees, latitude -45..0 degrees.
-    const RecFacet& f = Rec().facets[1 * 4 + 1];
-    EXPECT_CORNERS(f, {0, -kR2, kR2}, {-kR2, -kR2, 0}, {-2, 0, 0}, {0, 0, 2});
-    EXPECT_EQ(f.mask, 6);
+    EXPECT_CORNERS(Rec().facets[1 * 4 + 1], {0, -kR2, kR2}, {-kR2, -kR2, 0}, {-2, 0, 0}, {0, 0, 2});
+    EXPECT_EQ(Rec().facets[5].mask, 6);
     EXPECT_PT(Rec().facets[0].c[0], 0, -2, 0);   // south pole first
 }
 
@@ -62,11 +58,10 @@ TEST_F(PrimGeom, ConeClosedHasCapsOpenHasSideOnly) {
     p.p3 = 3;
     Prim_Draw(&p);
     ASSERT_EQ(Rec().facets.size(), 12u);   // 3 x 4
-    const RecFacet& base = Rec().facets[0];
-    EXPECT_CORNERS(base, {0, 0, 0}, {2, 0, 0}, {0, 0, 2});
-    const RecFacet& side = Rec().facets[4];   // row 1, column 0
-    EXPECT_CORNERS(side, {2, 0, 0}, {1, 3, 0}, {0, 3, 1}, {0, 0, 2});
-    EXPECT_EQ(side.mask, 7);
+    EXPECT_CORNERS(Rec().facets[0], {0, 0, 0}, {2, 0, 0}, {0, 0, 2});
+    // row 1, column 0
+    EXPECT_CORNERS(Rec().facets[4], {2, 0, 0}, {1, 3, 0}, {0, 3, 1}, {0, 0, 2});
+    EXPECT_EQ(Rec().facets[4].mask, 7);
     const RecFacet& top = Rec().facets[11];   // row 2, column 3
     EXPECT_PT(top.c[0], 0, 3, -1);
     EXPECT_PT(top.c[1], 0, 3, 0);
@@ -88,11 +83,8 @@ TEST_F(PrimGeom, TorusStartsAtTheTubeBottom) {
     p.p2 = 1;
     Prim_Draw(&p);
     ASSERT_EQ(Rec().facets.size(), 16u);
-    const RecFacet& f = Rec().facets[0];
-    EXPECT_PT(f.c[0], 3, -1, 0);
-    EXPECT_PT(f.c[1], 0, -1, 3);   // next sector, 90 degrees about Y
-    EXPECT_PT(f.c[2], 0, 0, 4);
-    EXPECT_PT(f.c[3], 4, 0, 0);
+    // c1 and c2 in the next sector, 90 degrees about Y
+    EXPECT_CORNERS(Rec().facets[0], {3, -1, 0}, {0, -1, 3}, {0, 0, 4}, {4, 0, 0});
 }
 
 TEST_F(PrimGeom, PlaneScaledRotatedTranslated) {
@@ -103,9 +95,8 @@ TEST_F(PrimGeom, PlaneScaledRotatedTranslated) {
     p.translate = {1, 2, 3};
     Prim_Draw(&p);
     ASSERT_EQ(Rec().facets.size(), 1u);
-    const RecFacet& f = Rec().facets[0];
     // (-1,0,-1) * 3 = (-3,0,-3); about X by 90: (-3,3,0); + (1,2,3).
-    EXPECT_CORNERS(f, {-2, 5, 3}, {-2, -1, 3}, {4, -1, 3}, {4, 5, 3});
+    EXPECT_CORNERS(Rec().facets[0], {-2, 5, 3}, {-2, -1, 3}, {4, -1, 3}, {4, 5, 3});
 }
 
 TEST_F(PrimGeom, TransformOrder) {

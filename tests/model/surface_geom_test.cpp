@@ -251,48 +251,48 @@ TEST_F(SurfaceGeom, WallBoxAtTheSegment) {
     for (int k = 2; k < 6; k++) EXPECT_EQ(Rec().facets[k].mask, 2);
 }
 
+// Each solid's edges once: a base ring of `ring` points, then either a top
+// ring above it (points 4..) with the uprights, or lines up to an apex (point 4).
 TEST_F(SurfaceGeom, SolidsDrawEachEdgeOnce) {
+    struct Solid {
+        int form;
+        int (*draw)(const PolylineData*);
+        int ring;
+        bool apex;
+        Point3 p[8];
+    };
+    const Solid solids[] = {
+        {FORM_POLY_CUBE, Poly_DrawCube, 4, false,
+         {{0, 0, 0}, {1, 0, 0}, {1, 0, 1}, {0, 0, 1}, {0, 1, 0}, {1, 1, 0}, {1, 1, 1}, {0, 1, 1}}},
+        {FORM_POLY_WEDGE, Poly_DrawWedge, 3, false,
+         {{-1, 0, 0}, {1, 0, 0}, {0, 2, 0}, {0, 2, 0}, {-1, 0, 5}, {1, 0, 5}, {0, 2, 5}, {0, 2, 5}}},
+        {FORM_POLY_PYRAMID, Poly_DrawPyramid, 4, true,
+         {{-1, 0, -1}, {1, 0, -1}, {1, 0, 1}, {-1, 0, 1}, {0, 3, 0}, {0, 3, 0}, {0, 3, 0}, {0, 3, 0}}},
+    };
     UseScreen();
-    PolylineData cube = Poly(FORM_POLY_CUBE, {{0, 0, 0}, {1, 0, 0}, {1, 0, 1}, {0, 0, 1},
-                                              {0, 1, 0}, {1, 1, 0}, {1, 1, 1}, {0, 1, 1}});
-    Poly_DrawCube(&cube);
-    ASSERT_EQ(Rec().segments.size(), 12u);
-    for (int k = 0; k < 4; k++) {
-        EXPECT_EQ(SegmentCount(Rec().segments, pts[k], pts[(k + 1) % 4]), 1);
-        EXPECT_EQ(SegmentCount(Rec().segments, pts[k + 4], pts[(k + 1) % 4 + 4]), 1);
-        EXPECT_EQ(SegmentCount(Rec().segments, pts[k], pts[k + 4]), 1);
+    for (const Solid& s : solids) {
+        SCOPED_TRACE(s.form);
+        Rec() = Recording{};
+        PolylineData p = Poly(s.form, {});
+        for (int k = 0; k < 8; k++) pts[k] = s.p[k];
+        p.count = 8;
+        s.draw(&p);
+        const auto& segs = Rec().segments;
+        ASSERT_EQ(segs.size(), (size_t)(s.apex ? 2 : 3) * s.ring);
+        for (int k = 0; k < s.ring; k++) {
+            int n = (k + 1) % s.ring;
+            EXPECT_EQ(SegmentCount(segs, pts[k], pts[n]), 1) << k;
+            EXPECT_EQ(SegmentCount(segs, pts[k], pts[s.apex ? 4 : k + 4]), 1) << k;
+            if (!s.apex) {
+                EXPECT_EQ(SegmentCount(segs, pts[k + 4], pts[n + 4]), 1) << k;
+            }
+        }
+        // Fewer points than the solid needs: nothing.
+        Rec() = Recording{};
+        p.count = s.apex ? 5 : 7;
+        s.draw(&p);
+        EXPECT_TRUE(Rec().segments.empty());
     }
-
-    Rec() = Recording{};
-    PolylineData wedge = Poly(FORM_POLY_WEDGE, {{-1, 0, 0}, {1, 0, 0}, {0, 2, 0}, {0, 2, 0},
-                                                {-1, 0, 5}, {1, 0, 5}, {0, 2, 5}, {0, 2, 5}});
-    Poly_DrawWedge(&wedge);
-    ASSERT_EQ(Rec().segments.size(), 9u);
-    for (int k = 0; k < 3; k++) {
-        EXPECT_EQ(SegmentCount(Rec().segments, pts[k], pts[(k + 1) % 3]), 1);
-        EXPECT_EQ(SegmentCount(Rec().segments, pts[k + 4], pts[(k + 1) % 3 + 4]), 1);
-        EXPECT_EQ(SegmentCount(Rec().segments, pts[k], pts[k + 4]), 1);
-    }
-
-    Rec() = Recording{};
-    PolylineData pyr = Poly(FORM_POLY_PYRAMID, {{-1, 0, -1}, {1, 0, -1}, {1, 0, 1}, {-1, 0, 1},
-                                                {0, 3, 0}, {0, 3, 0}, {0, 3, 0}, {0, 3, 0}});
-    Poly_DrawPyramid(&pyr);
-    ASSERT_EQ(Rec().segments.size(), 8u);
-    for (int k = 0; k < 4; k++) {
-        EXPECT_EQ(SegmentCount(Rec().segments, pts[k], pts[(k + 1) % 4]), 1);
-        EXPECT_EQ(SegmentCount(Rec().segments, pts[k], pts[4]), 1);
-    }
-
-    // Fewer than 8 points: nothing.
-    Rec() = Recording{};
-    cube.count = 7;
-    wedge.count = 7;
-    pyr.count = 5;
-    Poly_DrawCube(&cube);
-    Poly_DrawWedge(&wedge);
-    Poly_DrawPyramid(&pyr);
-    EXPECT_TRUE(Rec().segments.empty());
 }
 
 TEST_F(SurfaceGeom, TriangleConsumersGetTheQuadSplit) {

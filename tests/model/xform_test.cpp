@@ -23,30 +23,21 @@ class XformTest : public HeadlessTest {
     Layer* off_;
 };
 
-TEST_F(XformTest, SetSelectedCountsChangesOnly) {
-    Object* a = AddTri(on_, 0);
-    Object_SetSelected(a, 1, on_);
-    Object_SetSelected(a, 1, on_);
-    EXPECT_EQ(1, g.scene.Selected_Count);
-    EXPECT_EQ(1, a->selected);
-    Object_SetSelected(a, 0, on_);
-    Object_SetSelected(a, 0, on_);
-    EXPECT_EQ(0, g.scene.Selected_Count);
-    EXPECT_EQ(0, a->selected);
-}
-
-TEST_F(XformTest, SetSelectedDrawsInTheHighlightColour) {
+// Marking twice counts once; the object is drawn in the highlight colour
+// when marked and in its layer's colour (0 for the background's) when not.
+TEST_F(XformTest, SetSelectedCountsChangesAndRedraws) {
     g.config.colors.general_color = YELLOW;
+    on_->color = g.config.colors.view_bkcolor;
     Object* a = AddTri(on_, 0);
-    Headless_ClearSegments();
-    Object_SetSelected(a, 1, on_);
-    ASSERT_FALSE(Headless_Segments().empty());
-    for (const Headless_Segment& s : Headless_Segments()) EXPECT_EQ(YELLOW, s.colour);
-    on_->color = g.config.colors.view_bkcolor;   // drawn in 0 instead of the background
-    Headless_ClearSegments();
-    Object_SetSelected(a, 0, on_);
-    ASSERT_FALSE(Headless_Segments().empty());
-    for (const Headless_Segment& s : Headless_Segments()) EXPECT_EQ(0, s.colour);
+    for (int mark : {1, 0}) {
+        Headless_ClearSegments();
+        Object_SetSelected(a, mark, on_);
+        Object_SetSelected(a, mark, on_);
+        EXPECT_EQ(mark, g.scene.Selected_Count);
+        EXPECT_EQ(mark, a->selected);
+        ASSERT_FALSE(Headless_Segments().empty());
+        for (const Headless_Segment& s : Headless_Segments()) EXPECT_EQ(mark ? YELLOW : 0, s.colour);
+    }
 }
 
 TEST_F(XformTest, EraseFreesTheSelectionOfVisibleLayers) {
@@ -115,26 +106,21 @@ TEST_F(XformTest, MoveEveryKind) {
     EXPECT_EQ(0, g.scene.Selected_Count);   // Auto_Deselect is on by default
 }
 
+// Only selected objects of visible layers move; without Auto_Deselect
+// they stay selected.
 TEST_F(XformTest, MoveKeepsTheSelectionWithoutAutoDeselect) {
     g.aids.Auto_Deselect = 0;
     Object* a = AddTri(on_, 0);
     Object* b = AddTri(on_, 5);
+    Object* hidden = AddTri(off_, 0);
     Object_SetSelected(a, 1, on_);
+    Object_SetSelected(hidden, 1, off_);
     Xform_Run({0, 0, 0}, {0, 0, 2}, XFORM_MOVE);
-    EXPECT_EQ(1, g.scene.Selected_Count);
+    EXPECT_EQ(2, g.scene.Selected_Count);
     EXPECT_EQ(1, a->selected);
     EXPECT_EQ(2, ((TriangleData*)a->data)->corner[0].z);
-    EXPECT_EQ(0, ((TriangleData*)b->data)->corner[0].z);   // not selected: unchanged
-}
-
-TEST_F(XformTest, NothingSelectedChangesNothing) {
-    Object* a = AddTri(on_, 0);
-    Object* hidden = AddTri(off_, 0);
-    Object_SetSelected(hidden, 1, off_);
-    Xform_Run({0, 0, 0}, {1, 1, 1}, XFORM_MOVE);
-    EXPECT_EQ(0, ((TriangleData*)a->data)->corner[0].x);
-    EXPECT_EQ(0, ((TriangleData*)hidden->data)->corner[0].x);
-    EXPECT_EQ(1, hidden->selected);
+    EXPECT_EQ(0, ((TriangleData*)b->data)->corner[0].z);
+    EXPECT_EQ(0, ((TriangleData*)hidden->data)->corner[0].z);
 }
 
 }  // namespace

@@ -343,11 +343,26 @@ TEST_F(PovSpoolTest, SpoolThatCannotBeCreatedLeavesTheObjectOut) {
 
 // --- pipes, walls, patches ---
 
-TEST_F(PovTest, PipeWithSpheresAtJointsAndEnds) {
-    NewLayer("P");
-    AddPoly(FORM_POLY_PIPE, {{0, 0, 0}, {0, 2, 0}, {2, 2, 0}}, [](PolylineData& p) {
-        p.param1 = {0.1, 0.3, 0};
-        p.param2 = {0, 3, 0};
+// Layer P: spheres at the joints and ends. Layer M: a mitred right angle,
+// each cone going on past the joint by r * tan(45 deg) = 0.2. Layer S:
+// splined, sampled at the length fractions i/size_m; evenly spaced points
+// on a line give a straight curve, so the samples fall on x = 0, 1, 2, 3 and
+// the radius grows by (0.4 - 0.1) / 3 per sample.
+TEST_F(PovTest, PipesWithSpheresMitresAndSplines) {
+    for (double mitre : {0, 1}) {
+        NewLayer(mitre ? "M" : "P");
+        Object* o = AddPoly(FORM_POLY_PIPE, {{0, 0, 0}, {0, 2, 0}, {2, 2, 0}}, [](PolylineData& p) {
+            p.param1 = {0.1, 0.3, 0};
+            p.param2 = {0, 3, 0};
+        });
+        ((PolylineData*)o->data)->param2.x = mitre;
+    }
+    NewLayer("S");
+    AddPoly(FORM_POLY_PIPE, {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}}, [](PolylineData& p) {
+        p.poly_flags = POLY_BSPLINE;
+        p.size_m = 3;
+        p.param1 = {0.1, 0.4, 0};
+        p.param2 = {0, 0, 0};
     });
     std::string text = Export();
     EXPECT_EQ(Action(text),
@@ -359,21 +374,8 @@ TEST_F(PovTest, PipeWithSpheresAtJointsAndEnds) {
               "\n        sphere { <0, 0, 0>, 0.1 }"
               "\n        sphere { <2, 2, 0>, 0.3 }"
               "\n    }"
-              "\n}");
-    EXPECT_EQ(messages_, "\nMaking <qmr.pov>\nWriting: Poly_Pipe");
-    EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
-}
-
-TEST_F(PovTest, PipeWithMitredBend) {
-    NewLayer("P");
-    AddPoly(FORM_POLY_PIPE, {{0, 0, 0}, {0, 2, 0}, {2, 2, 0}}, [](PolylineData& p) {
-        p.param1 = {0.1, 0.3, 0};
-        p.param2 = {1, 3, 0};
-    });
-    std::string text = Export();
-    // A right angle: each cone goes on past the joint by r * tan(45 deg) = 0.2.
-    EXPECT_EQ(Action(text),
-              "\n\nunion {  // Layer name: P"
+              "\n}"
+              "\n\nunion {  // Layer name: M"
               "\n    union { // Poly_Pipe"
               "\n        cone { <0, 0, 0>, 0.1, <0, 2, 0>, 0.2 }"
               "\n        cone { <0, 2, 0>, 0.2, <2, 2, 0>, 0.3 }"
@@ -382,20 +384,43 @@ TEST_F(PovTest, PipeWithMitredBend) {
               "\n            cone { <-0.2, 2, 0>, 0.2, <2, 2, 0>, 0.3 }"
               "\n        }"
               "\n    }"
+              "\n}"
+              "\n\nunion {  // Layer name: S"
+              "\n    union { // Poly_Pipe"
+              "\n        cone { <0, 0, 0>, 0.1, <1, 0, 0>, 0.2 }"
+              "\n        cone { <1, 0, 0>, 0.2, <2, 0, 0>, 0.3 }"
+              "\n        cone { <2, 0, 0>, 0.3, <3, 0, 0>, 0.4 }"
+              "\n        sphere { <1, 0, 0>, 0.2 }"
+              "\n        sphere { <2, 0, 0>, 0.3 }"
+              "\n    }"
               "\n}");
+    EXPECT_EQ(messages_.rfind("\nMaking <qmr.pov>\nWriting: Poly_Pipe", 0), 0u) << messages_;
     EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
 }
 
+// Layer W: atan2(4, 3) = 53.1301 degrees; atan2(-4, 0) = -90, brought to
+// 270. Layer S: a splined wall uses the sampled path, two boxes of length 1.5.
 TEST_F(PovTest, WallSegmentsAreBoxes) {
     NewLayer("W");
     AddPoly(FORM_POLY_WALL, {{0, 0, 0}, {3, 0, 4}, {3, 0, 0}}, [](PolylineData& p) { p.param1 = {4, 0.5, 0}; });
+    NewLayer("S");
+    AddPoly(FORM_POLY_WALL, {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}}, [](PolylineData& p) {
+        p.poly_flags = POLY_BSPLINE;
+        p.size_m = 2;
+        p.param1 = {4, 0.5, 0};
+    });
     std::string text = Export();
-    // atan2(4, 3) = 53.1301 degrees; atan2(-4, 0) = -90, brought to 270.
     EXPECT_EQ(Action(text),
               "\n\nunion {  // Layer name: W"
               "\n    union { // Poly_Wall"
               "\n        box { <-0.25, 0, -0.25>, <5.25, 4, 0.25>  rotate y*-53.1301  translate <0, 0, 0> }"
               "\n        box { <-0.25, 0, -0.25>, <4.25, 4, 0.25>  rotate y*-270  translate <3, 0, 4> }"
+              "\n    }"
+              "\n}"
+              "\n\nunion {  // Layer name: S"
+              "\n    union { // Poly_Wall"
+              "\n        box { <-0.25, 0, -0.25>, <1.75, 4, 0.25>  rotate y*-0  translate <0, 0, 0> }"
+              "\n        box { <-0.25, 0, -0.25>, <1.75, 4, 0.25>  rotate y*-0  translate <1.5, 0, 0> }"
               "\n    }"
               "\n}");
     EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
@@ -436,13 +461,20 @@ std::string Patch(double y0, double y1, double y2, double y3) {
            "," + Row(y2) + "," + Row(y3);
 }
 
-TEST_F(PovTest, BezierMeshAsOneBicubicPatch) {
+// Layer B: one patch. Layer C (M Closed): the border rows of the one regular
+// patch have a neighbour across the seam, so they move to the midpoints
+// (y 0.5 and 2.5); the seam patch (rows 2, 3, 0, 1) then meets it in those rows.
+TEST_F(PovTest, BezierMeshesAsBicubicPatches) {
     g.config.Optimize_PovOut = 0;
     NewLayer("B");
     AddBezierMesh(3, 3, 0);
+    NewLayer("C");
+    AddBezierMesh(3, 3, POLY_M_CLOSED);
     std::string text = Export();
-    EXPECT_EQ(Action(text), "\n\nunion {  // Layer name: B\n    union {" + Patch(0, 1, 2, 3) + "\n        }\n    }\n}");
-    EXPECT_EQ(messages_, "\nMaking <qmr.pov>\nWriting: Poly_Mesh");
+    EXPECT_EQ(Action(text), "\n\nunion {  // Layer name: B\n    union {" + Patch(0, 1, 2, 3) + "\n        }\n    }\n}" +
+                                "\n\nunion {  // Layer name: C\n    union {" + Patch(0.5, 1, 2, 2.5) +
+                                "\n        }" + Patch(2.5, 3, 0, 0.5) + "\n        }\n    }\n}");
+    EXPECT_EQ(messages_.rfind("\nMaking <qmr.pov>\nWriting: Poly_Mesh", 0), 0u) << messages_;
     EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
 }
 
@@ -459,18 +491,6 @@ TEST_F(PovTest, NeighbouringPatchesMeetAtMidpoints) {
                         "<4.00000000, 0.00000000, 0.00000000>, <5.00000000, 0.00000000, 0.00000000>,"),
               std::string::npos);
     EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
-}
-
-// M Closed: the border rows of the one regular patch have a neighbour across
-// the seam, so they move to the midpoints (y 0.5 and 2.5); the seam patch
-// (rows 2, 3, 0, 1) then meets it in those same rows.
-TEST_F(PovTest, ClosedMeshGetsASeamPatch) {
-    g.config.Optimize_PovOut = 0;
-    NewLayer("B");
-    AddBezierMesh(3, 3, POLY_M_CLOSED);
-    std::string text = Export();
-    EXPECT_EQ(Action(text), "\n\nunion {  // Layer name: B\n    union {" + Patch(0.5, 1, 2, 2.5) + "\n        }" +
-                                Patch(2.5, 3, 0, 0.5) + "\n        }\n    }\n}");
 }
 
 // Sizes must be odd for patches; an even one has no grid line for the last
@@ -509,10 +529,6 @@ TEST_F(PovTest, ParseCheckCatchesABrokenScene) {
     EXPECT_NE(PovrayParseErrors(scenes_ + "/broken.pov"), "");
 }
 
-}  // namespace
-
-namespace {
-
 // A bumpy 12 x 10 grid whose shared corners are off by up to 0.004.
 void JitteredGrid(Object*) {
     auto at = [](int c, int r, int k) {
@@ -546,10 +562,6 @@ TEST_F(PovTest, IndexedNormalPassMatchesThePlainPassExactly) {
     Pov_SetSurfaceGenerator(nullptr);
 }
 
-}  // namespace
-
-namespace {
-
 // Surfaces reach the scene file through their real generator and the facet
 // sink: an extrusion of one segment is one quad, written as two triangles
 // split (c0, c1, c2), (c2, c3, c0).
@@ -569,53 +581,6 @@ TEST_F(PovTest, ExtrusionThroughItsGeneratorBecomesTwoTriangles) {
               "\n}");
     EXPECT_FALSE(FileExists(run_ + "/triangle.tmp"));
     EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
-}
-
-}  // namespace
-
-namespace {
-
-// A splined pipe follows the curve sampled at the length fractions i/size_m;
-// evenly spaced points on a line give a straight curve, so the samples fall
-// on x = 0, 1, 2, 3 and the radius grows by (0.4 - 0.1) / 3 per sample.
-TEST_F(PovTest, SplinedPipeIsSampledAlongTheCurve) {
-    NewLayer("P");
-    AddPoly(FORM_POLY_PIPE, {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}}, [](PolylineData& p) {
-        p.poly_flags = POLY_BSPLINE;
-        p.size_m = 3;
-        p.param1 = {0.1, 0.4, 0};
-        p.param2 = {0, 0, 0};
-    });
-    std::string text = Export();
-    EXPECT_EQ(Action(text),
-              "\n\nunion {  // Layer name: P"
-              "\n    union { // Poly_Pipe"
-              "\n        cone { <0, 0, 0>, 0.1, <1, 0, 0>, 0.2 }"
-              "\n        cone { <1, 0, 0>, 0.2, <2, 0, 0>, 0.3 }"
-              "\n        cone { <2, 0, 0>, 0.3, <3, 0, 0>, 0.4 }"
-              "\n        sphere { <1, 0, 0>, 0.2 }"
-              "\n        sphere { <2, 0, 0>, 0.3 }"
-              "\n    }"
-              "\n}");
-    EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
-}
-
-// A splined wall uses the same sampled path: two boxes of length 1.5.
-TEST_F(PovTest, SplinedWallFollowsTheSampledCurve) {
-    NewLayer("W");
-    AddPoly(FORM_POLY_WALL, {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}}, [](PolylineData& p) {
-        p.poly_flags = POLY_BSPLINE;
-        p.size_m = 2;
-        p.param1 = {4, 0.5, 0};
-    });
-    std::string text = Export();
-    EXPECT_EQ(Action(text),
-              "\n\nunion {  // Layer name: W"
-              "\n    union { // Poly_Wall"
-              "\n        box { <-0.25, 0, -0.25>, <1.75, 4, 0.25>  rotate y*-0  translate <0, 0, 0> }"
-              "\n        box { <-0.25, 0, -0.25>, <1.75, 4, 0.25>  rotate y*-0  translate <1.5, 0, 0> }"
-              "\n    }"
-              "\n}");
 }
 
 }  // namespace

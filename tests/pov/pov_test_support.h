@@ -2,7 +2,6 @@
 // work and support directories, captured messages and the real ray tracer's
 // parser as a check of every written scene.
 #pragma once
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -16,31 +15,9 @@
 #include "pov/textures.h"
 #include "test_support.h"
 
-// Everything written to standard output (the message area) while alive.
-class StdoutCapture {
-  public:
-    explicit StdoutCapture(const std::string& path) : path_(path) {
-        fflush(stdout);
-        saved_ = dup(1);
-        int fd = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-        dup2(fd, 1);
-        close(fd);
-    }
-    ~StdoutCapture() { Stop(); }
-    std::string Stop() {
-        if (saved_ >= 0) {
-            fflush(stdout);
-            dup2(saved_, 1);
-            close(saved_);
-            saved_ = -1;
-        }
-        return ReadFile(path_);
-    }
-
-  private:
-    std::string path_;
-    int saved_ = -1;
-};
+inline const char kTexturesTitle[] = "\n\n\n/******************* TEXTURES *********************/\n";
+inline const char kBlocksTitle[] = "\n\n\n/******************* BLOCK LAYERS *****************/\n";
+inline const char kActionTitle[] = "\n\n\n/******************* ACTION ************************/\n";
 
 class PovTest : public QmrTest {
   protected:
@@ -70,34 +47,24 @@ class PovTest : public QmrTest {
 
     // Runs Export_Pov with the messages captured; returns the file text.
     std::string Export(int expect = 1) {
-        StdoutCapture cap(dir_.file("messages.txt"));
+        testing::internal::CaptureStdout();
         int r = Export_Pov();
-        messages_ = cap.Stop();
+        messages_ = testing::internal::GetCapturedStdout();
         EXPECT_EQ(r, expect) << messages_;
         return ReadFile(ScenePath());
     }
 
-    // Text of the ACTION section after its title line.
-    static std::string Action(const std::string& text) {
-        const std::string title = "\n\n\n/******************* ACTION ************************/\n";
-        size_t at = text.find(title);
-        return at == std::string::npos ? "<no ACTION>" : text.substr(at + title.size());
+    // The text after the title `from` up to the title `to` (or the end).
+    static std::string Between(const std::string& text, const char* from, const char* to) {
+        size_t x = text.find(from);
+        if (x == std::string::npos) return "<no section>";
+        x += strlen(from);
+        size_t y = *to ? text.find(to, x) : text.size();
+        return y == std::string::npos ? "<no section>" : text.substr(x, y - x);
     }
-    // Text between the BLOCK LAYERS title and the ACTION title.
-    static std::string Blocks(const std::string& text) {
-        const std::string a = "\n\n\n/******************* BLOCK LAYERS *****************/\n";
-        const std::string b = "\n\n\n/******************* ACTION ************************/\n";
-        size_t x = text.find(a), y = text.find(b);
-        if (x == std::string::npos || y == std::string::npos) return "<no sections>";
-        return text.substr(x + a.size(), y - x - a.size());
-    }
-    static std::string Textures(const std::string& text) {
-        const std::string a = "\n\n\n/******************* TEXTURES *********************/\n";
-        const std::string b = "\n\n\n/******************* BLOCK LAYERS *****************/\n";
-        size_t x = text.find(a), y = text.find(b);
-        if (x == std::string::npos || y == std::string::npos) return "<no sections>";
-        return text.substr(x + a.size(), y - x - a.size());
-    }
+    static std::string Action(const std::string& t) { return Between(t, kActionTitle, ""); }
+    static std::string Blocks(const std::string& t) { return Between(t, kBlocksTitle, kActionTitle); }
+    static std::string Textures(const std::string& t) { return Between(t, kTexturesTitle, kBlocksTitle); }
 
     // Parses the scene in the real ray tracer at a tiny size; the output
     // when it reports a parse error (or does not finish), else "".

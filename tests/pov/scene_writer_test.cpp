@@ -7,36 +7,21 @@
 
 namespace {
 
-const char kCamera[] =
-    "\n\n/******************* CAMERA ***********************/\n"
-    "\ncamera {"
-    "\n    location <0, 2, -10>"
-    "\n   direction <0, 0, 1.20711>"
-    "\n         sky <0, 1, 0>"
-    "\n          up <0, 1, 0>"
-    "\n       right <1.33333, 0, 0>"
-    "\n     look_at <0, 0, 0>"
-    "\n}";
-const char kTexturesTitle[] = "\n\n\n/******************* TEXTURES *********************/\n";
-const char kBlocksTitle[] = "\n\n\n/******************* BLOCK LAYERS *****************/\n";
-const char kActionTitle[] = "\n\n\n/******************* ACTION ************************/\n";
+// The camera section with the three values a test changes.
+std::string Camera(const char* direction = "0, 0, 1.20711", const char* sky = "0, 1, 0",
+                   const char* right = "1.33333, 0, 0") {
+    return std::string("\n\n/******************* CAMERA ***********************/\n") +
+           "\ncamera {\n    location <0, 2, -10>\n   direction <" + direction + ">\n         sky <" + sky +
+           ">\n          up <0, 1, 0>\n       right <" + right + ">\n     look_at <0, 0, 0>\n}" +
+           kTexturesTitle + kBlocksTitle + kActionTitle;
+}
 
 TEST_F(PovTest, SceneWithoutLayersHasHeaderSettingsCameraAndTitlesOnly) {
     std::string text = Export();
-    std::string expected = ExpectedHeader() + "\n\n#max_trace_level 5\n#max_intersections 100\n" + kCamera +
-                           kTexturesTitle + kBlocksTitle + kActionTitle;
-    EXPECT_EQ(text, expected);
+    EXPECT_EQ(text, ExpectedHeader() + "\n\n#max_trace_level 5\n#max_intersections 100\n" + Camera());
     EXPECT_EQ(messages_, "\nMaking <qmr.pov>");
     // The six header comment lines are exactly 81 characters before their line feeds.
-    size_t start = 0;
-    for (int i = 0; i < 6; i++) {
-        size_t end = text.find('\n', start);
-        ASSERT_NE(end, std::string::npos);
-        EXPECT_EQ(end - start, 81u) << "line " << i + 1;
-        EXPECT_EQ(text.substr(start, 2), "/*");
-        EXPECT_EQ(text.substr(end - 2, 2), "*/");
-        start = end + 1;
-    }
+    for (size_t start = 0, i = 0; i < 6; i++, start += 82) EXPECT_EQ(text.find('\n', start), start + 81);
     EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
 }
 
@@ -53,22 +38,11 @@ TEST_F(PovTest, FogBackgroundIncludeAndTraceSettings) {
     g.view.camera_aspect = 1.5;
     g.view.Active_Viewport.UP = {0, 0, 1};
     WriteFile(support_ + "/include.dat", "#declare Extra = 1;\n// copied verbatim\n");
-    std::string text = Export();
-    std::string expected = ExpectedHeader() + "#declare Extra = 1;\n// copied verbatim\n" +
+    EXPECT_EQ(Export(), ExpectedHeader() + "#declare Extra = 1;\n// copied verbatim\n" +
                            "\n\n#max_trace_level 7\n#max_intersections 64\n"
                            "\nfog {\n    color rgb<0.25, 0.5, 1>\n    distance 250.5\n}\n"
-                           "\nbackground { color rgb<0.1, 0.2, 0.3> }\n"
-                           "\n\n/******************* CAMERA ***********************/\n"
-                           "\ncamera {"
-                           "\n    location <0, 2, -10>"
-                           "\n   direction <0, 0, 0.5>"
-                           "\n         sky <0, 0, 1>"
-                           "\n          up <0, 1, 0>"
-                           "\n       right <1.5, 0, 0>"
-                           "\n     look_at <0, 0, 0>"
-                           "\n}" +
-                           std::string(kTexturesTitle) + kBlocksTitle + kActionTitle;
-    EXPECT_EQ(text, expected);
+                           "\nbackground { color rgb<0.1, 0.2, 0.3> }\n" +
+                           Camera("0, 0, 0.5", "0, 0, 1", "1.5, 0, 0"));
     EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
 }
 
@@ -155,6 +129,7 @@ TEST_F(PovTest, LayerTransformsAndRotationOrders) {
     m->rotate = {30, 0, 10};
     m->texture_rotate = {5, 6, 7};
     strcpy(m->texture, "Jade");
+    strcpy(NewLayer("P")->texture, "Jade");   // no texture transform: closes on its line
     std::string text = Export();
     EXPECT_EQ(Action(text),
               "\n\nunion {  // Layer name: T"
@@ -169,77 +144,60 @@ TEST_F(PovTest, LayerTransformsAndRotationOrders) {
               "\n        rotate <5, 6, 7>}"
               "\n    scale <1, 2, 1>"
               "\n    rotate <30, 0, 10>"
-              "\n}");
+              "\n}"
+              "\n\nunion {  // Layer name: P\n    \n    texture { Jade }\n}");
     EXPECT_EQ(PovrayParseErrors(ScenePath()), "");
-}
-
-TEST_F(PovTest, TextureWithoutTransformClosesOnItsOwnLine) {
-    Layer* l = NewLayer("P");
-    strcpy(l->texture, "Jade");
-    EXPECT_EQ(Action(Export()), "\n\nunion {  // Layer name: P\n    \n    texture { Jade }\n}");
 }
 
 // --- the overwrite question ---
 
-// An existing scene file and the answer typed at the overwrite question.
-void ExistingFileAndAnswer(const std::string& path, const char* text) {
-    WriteFile(path, "old");
-    g.input.currentCommand = 108;
-    Headless_Reset();
-    Headless_PushText(text);
-}
-
-const char kQuestion[] = "\nEXPORTPOV> File already Exists, Overwrite it (Yes,No)? <Y>:";
-
-TEST_F(PovTest, ExistingFileAnsweredNoIsKept) {
-    NewLayer("L");
-    ExistingFileAndAnswer(ScenePath(), "N\n");
-    Export(2);
-    EXPECT_EQ(ReadFile(ScenePath()), "old");
-    EXPECT_EQ(messages_, kQuestion + std::string("\nExport aborted"));
-}
-
-TEST_F(PovTest, ExistingFileAnsweredYesOrEnterIsReplaced) {
-    for (const char* answer : {"Y\n", "\n"}) {
-        ExistingFileAndAnswer(ScenePath(), answer);
-        EXPECT_EQ(Export(1).rfind(ExpectedHeader(), 0), 0u) << answer;
-        EXPECT_EQ(messages_, kQuestion + std::string("\nMaking <qmr.pov>"));
-    }
-}
-
-TEST_F(PovTest, QuestionAnsweredByAnotherCommandReturnsZero) {
+// An existing file "old" and the answer typed (none: Overwrite_Pov is set).
+TEST_F(PovTest, OverwriteQuestion) {
+    const std::string q = "\nEXPORTPOV> File already Exists, Overwrite it (Yes,No)? <Y>:";
+    struct Case {
+        const char* answer;
+        int result;
+        std::string messages;
+        bool replaced;
+    };
+    const Case cases[] = {{"N\n", 2, q + "\nExport aborted", false},
+                          {"Y\n", 1, q + "\nMaking <qmr.pov>", true},
+                          {"\n", 1, q + "\nMaking <qmr.pov>", true},
+                          {"SAVE\n", 0, "", false},   // another command: its code is kept
+                          {nullptr, 1, "\nMaking <qmr.pov>", true}};
     WriteFile(support_ + "/command.dat", "(SAVE,104)\n");
-    ExistingFileAndAnswer(ScenePath(), "SAVE\n");
-    Export(0);
-    EXPECT_EQ(g.input.InputResult.code, 104);
-    EXPECT_EQ(ReadFile(ScenePath()), "old");
-}
-
-TEST_F(PovTest, OverwriteSettingReplacesWithoutQuestion) {
-    WriteFile(ScenePath(), "old");
-    g.pov.Overwrite_Pov = 1;
-    std::string text = Export(1);
-    EXPECT_EQ(messages_, "\nMaking <qmr.pov>");
-    EXPECT_EQ(text.rfind(ExpectedHeader(), 0), 0u);
+    NewLayer("L");
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.answer ? c.answer : "Overwrite_Pov");
+        WriteFile(ScenePath(), "old");
+        g.input.currentCommand = 108;
+        Headless_Reset();
+        if (c.answer) Headless_PushText(c.answer);
+        g.pov.Overwrite_Pov = c.answer == nullptr;
+        std::string text = Export(c.result);
+        if (!c.messages.empty()) {
+            EXPECT_EQ(messages_, c.messages);
+        }
+        EXPECT_EQ(text.rfind(c.replaced ? ExpectedHeader() : "old", 0), 0u);
+        if (c.result == 0) {
+            EXPECT_EQ(g.input.InputResult.code, 104);
+        }
+    }
 }
 
 TEST_F(PovTest, UnwritableScenesDirectoryIsReported) {
     snprintf(g.config.Scenes_Dir, sizeof g.config.Scenes_Dir, "%s/missing/dir", scenes_.c_str());
-    StdoutCapture cap(dir_.file("messages.txt"));
-    EXPECT_EQ(Export_Pov(), 2);
-    std::string msg = cap.Stop();
-    EXPECT_EQ(msg, "\nError: Creating file <" + scenes_ + "/missing/dir/qmr.pov>");
+    Export(2);
+    EXPECT_EQ(messages_, "\nError: Creating file <" + scenes_ + "/missing/dir/qmr.pov>");
     EXPECT_EQ(g.writer.file, nullptr);
     EXPECT_EQ(g.output.Output_Mode, 0);
 }
 
 TEST_F(PovTest, LayerIsBlockOnlyWhenSomeLayerInstancesIt) {
     Layer* a = NewLayer("A");
-    Layer* b = NewLayer("B");
     EXPECT_EQ(Layer_IsBlock(a), 0);
     a->instance = a;   // a layer naming itself counts too
     EXPECT_EQ(Layer_IsBlock(a), 1);
-    EXPECT_EQ(Layer_IsBlock(b), 0);
 }
 
 }  // namespace
