@@ -295,22 +295,6 @@ TEST_F(SurfaceGeom, SolidsDrawEachEdgeOnce) {
     }
 }
 
-TEST_F(SurfaceGeom, TriangleConsumersGetTheQuadSplit) {
-    UseTriangles();
-    FaceData face{{{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}}};
-    TriangleData tri{{{0, 0, 0}, {1, 0, 0}, {0, 0, 1}}};
-    Object* f = Add_Face(&face);
-    Object* t = Add_Triangle(&tri);
-    ASSERT_TRUE(f && t);
-    Object_Draw(f);
-    ASSERT_EQ(Rec().triangles.size(), 2u);
-    EXPECT_CORNERS(Rec().triangles[0], {0, 0, 0}, {1, 0, 0}, {1, 1, 0});
-    EXPECT_CORNERS(Rec().triangles[1], {1, 1, 0}, {0, 1, 0}, {0, 0, 0});
-    Object_Draw(t);
-    ASSERT_EQ(Rec().triangles.size(), 3u);
-    EXPECT_PT(Rec().triangles[2].c[2], 0, 0, 1);
-}
-
 TEST_F(SurfaceGeom, ExplodeSurfaceIntoFaces) {
     g.output.Output_Mode = OUTPUT_EXPLODE;
     PolylineData p = Poly(FORM_CONE_SWEEP, {{1, 0, 0}, {0, 1, 0}, {-1, 0, 0}});

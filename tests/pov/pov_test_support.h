@@ -38,7 +38,9 @@ class PovTest : public QmrTest {
         // A camera the ray tracer accepts (location apart from look_at).
         g.view.Active_Viewport.CAM = {0, 2, -10};
     }
+    // Every scene a test wrote successfully must parse in the real ray tracer.
     void TearDown() override {
+        EXPECT_EQ(exported_ && parse_check_ ? PovrayParseErrors(ScenePath()) : "", "");
         if (chdir(old_cwd_.c_str()) != 0) ADD_FAILURE() << "cannot return to " << old_cwd_;
         QmrTest::TearDown();
     }
@@ -51,6 +53,7 @@ class PovTest : public QmrTest {
         int r = Export_Pov();
         messages_ = testing::internal::GetCapturedStdout();
         EXPECT_EQ(r, expect) << messages_;
+        exported_ = r == 1;
         return ReadFile(ScenePath());
     }
 
@@ -108,6 +111,8 @@ class PovTest : public QmrTest {
 
     TempDir dir_;
     std::string old_cwd_, scenes_, work_, support_, run_, messages_;
+    bool exported_ = false;     // the last Export wrote a scene file
+    bool parse_check_ = true;   // TearDown parses that scene
 };
 
 // The header lines, written out by hand.
