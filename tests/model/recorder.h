@@ -22,7 +22,6 @@ struct Recording {
     std::vector<RecFacet> facets;
     std::vector<RecSegment> segments;   // lines, from the pen position
     std::vector<Point3> moves;
-    std::vector<RecFacet> triangles;    // from the triangle hook
     Point3 pen{0, 0, 0};
     int stop_after_lines = -1;          // line_to answers 1 once this many were drawn
 };
@@ -50,10 +49,6 @@ inline int Facet(const Point3* c, int n, int mask) {
     Rec().facets.push_back(f);
     return 0;
 }
-inline int Triangle(Point3 a, Point3 b, Point3 c) {
-    Rec().triangles.push_back(RecFacet{{a, b, c, {0, 0, 0}}, 3, 0});
-    return 0;
-}
 }  // namespace rec_hooks
 
 // Fixture: a layer to receive objects, a fresh recording.
@@ -75,12 +70,6 @@ class GeomTest : public QmrTest {
         g.output.consumer[OUTPUT_SCREEN] =
             OutputConsumer{1, rec_hooks::Move, rec_hooks::Line, nullptr, nullptr, nullptr, nullptr, nullptr};
         g.output.Output_Mode = OUTPUT_SCREEN;
-    }
-    // Triangles (like RAW), mode 3.
-    void UseTriangles() {
-        g.output.consumer[OUTPUT_RAW] =
-            OutputConsumer{0, nullptr, nullptr, nullptr, rec_hooks::Triangle, nullptr, nullptr, nullptr};
-        g.output.Output_Mode = OUTPUT_RAW;
     }
 };
 

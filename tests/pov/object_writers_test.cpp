@@ -180,13 +180,20 @@ TEST_F(PovTest, AreaLightAxesAreTurnedTowardsPointAt) {
     for (int i = 0; i < 6; i++) EXPECT_NEAR(v[i], expected[i], 1e-5) << i;
 }
 
-TEST_F(PovTest, StandAloneTrianglesFormOneUnionAtTheFirst) {
+// Stand-alone triangles and faces each form one union where the newest of
+// them stands; a degenerate triangle is dropped, a face with its last two
+// corners equal is one triangle, any other face two.
+TEST_F(PovTest, StandAloneTrianglesAndFacesFormOneUnionEach) {
     NewLayer("T");
     AddTri({0, 0, 0}, {1, 0, 0}, {0, 1, 0});
-    AddTri({0, 0, 0}, {1, 1, 1}, {2, 2, 2});   // degenerate: dropped
+    AddTri({0, 0, 0}, {1, 1, 1}, {2, 2, 2});
     AddTri({1, 0, 0}, {1, 1, 0}, {0, 1, 0}, 0, "Jade");
     AddPrim(PRIM_SPHERE, 1);
     AddTri({0, 0, 0}, {0, 1, 0}, {0, 0, 1}, No_shadow);
+    NewLayer("F");
+    AddFace({0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0});
+    AddTri({5, 0, 0}, {6, 0, 0}, {5, 1, 0});
+    AddFace({0, 0, 1}, {1, 0, 1}, {1, 1, 1}, {1, 1, 1}, No_shadow);
     std::string text = Export();
     EXPECT_EQ(Action(text),
               "\n\nunion {  // Layer name: T"
@@ -196,8 +203,18 @@ TEST_F(PovTest, StandAloneTrianglesFormOneUnionAtTheFirst) {
               "\n        triangle {<0, 0, 0>, <1, 0, 0>, <0, 1, 0> }"
               "\n    }"
               "\n    sphere { <0.0, 0.0, 0.0>, 1 }"
+              "\n}"
+              "\n\nunion {  // Layer name: F"
+              "\n    union { // Stand alone Faces"
+              "\n        triangle {<0, 0, 1>, <1, 0, 1>, <1, 1, 1>  no_shadow }"
+              "\n        triangle {<0, 0, 0>, <1, 0, 0>, <1, 1, 0> }"
+              "\n        triangle {<1, 1, 0>, <0, 1, 0>, <0, 0, 0> }"
+              "\n    }"
+              "\n    union { // Stand alone Triangles"
+              "\n        triangle {<5, 0, 0>, <6, 0, 0>, <5, 1, 0> }"
+              "\n    }"
               "\n}");
-    EXPECT_EQ(messages_, "\nMaking <qmr.pov>\nWriting: Triangles..._");
+    EXPECT_EQ(messages_.rfind("\nMaking <qmr.pov>\nWriting: Triangles..._", 0), 0u) << messages_;
 }
 
 TEST_F(PovTest, SmoothNormalsAreAreaWeightedOverSmoothTrianglesOnly) {
@@ -239,25 +256,6 @@ TEST_F(PovTest, VertexToleranceJoinsNearbyVertices) {
     EXPECT_EQ(Count(joined, "smooth_triangle {<0.000976562, 0, 0>, <0, 2, 0.5>,"), 1) << joined;
     EXPECT_EQ(Count(joined, "smooth_triangle {<0, 0, 0>, <0, 2, 0.5>,"), 1) << joined;
     EXPECT_EQ(Count(joined, "<0, 4, 0>"), 2) << joined;
-}
-
-TEST_F(PovTest, FacesAreSplitIntoTwoTrianglesOrOne) {
-    NewLayer("F");
-    AddFace({0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0});
-    AddTri({5, 0, 0}, {6, 0, 0}, {5, 1, 0});
-    AddFace({0, 0, 1}, {1, 0, 1}, {1, 1, 1}, {1, 1, 1}, No_shadow);
-    std::string text = Export();
-    EXPECT_EQ(Action(text),
-              "\n\nunion {  // Layer name: F"
-              "\n    union { // Stand alone Faces"
-              "\n        triangle {<0, 0, 1>, <1, 0, 1>, <1, 1, 1>  no_shadow }"
-              "\n        triangle {<0, 0, 0>, <1, 0, 0>, <1, 1, 0> }"
-              "\n        triangle {<1, 1, 0>, <0, 1, 0>, <0, 0, 0> }"
-              "\n    }"
-              "\n    union { // Stand alone Triangles"
-              "\n        triangle {<5, 0, 0>, <6, 0, 0>, <5, 1, 0> }"
-              "\n    }"
-              "\n}");
 }
 
 // --- the spool ---
