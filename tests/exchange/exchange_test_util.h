@@ -56,12 +56,6 @@ class ExchangeTest : public HeadlessTest {
         return nullptr;
     }
 
-    static int CountKind(const Layer* l, int kind) {
-        int n = 0;
-        for (const Object* o = l ? l->first_object : nullptr; o; o = o->next) n += o->kind == kind;
-        return n;
-    }
-
     static std::vector<const Object*> Objects(const Layer* l) {
         std::vector<const Object*> v;
         for (const Object* o = l ? l->first_object : nullptr; o; o = o->next) v.push_back(o);

@@ -64,21 +64,19 @@ TEST_F(SurfaceGeom, RevolutionBadCountsAndAxis) {
     UseFacets();
     PolylineData p = Poly(FORM_REVOLUTION, {{1, 0, 0}, {1, 0, 1}});
     p.param1 = p.param2 = {0, 0, 0};   // no axis: turns about x, no crash
-    p.angle = 360;
-    p.size_n = 0;
-    EXPECT_EQ(Poly_DrawRevolution(&p), 0);
-    EXPECT_TRUE(Rec().facets.empty());
-    p.size_n = -4;
-    Poly_DrawRevolution(&p);
-    EXPECT_TRUE(Rec().facets.empty());
-    p.size_n = INT_MAX;
-    Poly_DrawRevolution(&p);
-    EXPECT_EQ(Rec().facets.size(), (size_t)GEOM_MAX_SEGMENTS);
-    Rec() = Recording{};
-    p.size_n = 4;
-    p.angle = std::nan("");
-    Poly_DrawRevolution(&p);
-    EXPECT_TRUE(Rec().facets.empty());
+    // No steps, negative or huge step counts, a NaN angle.
+    const struct {
+        int steps;
+        double angle;
+        size_t facets;
+    } cases[] = {{0, 360, 0}, {-4, 360, 0}, {INT_MAX, 360, GEOM_MAX_SEGMENTS}, {4, std::nan(""), 0}};
+    for (const auto& c : cases) {
+        Rec() = Recording{};
+        p.size_n = c.steps;
+        p.angle = c.angle;
+        EXPECT_EQ(Poly_DrawRevolution(&p), 0) << c.steps;
+        EXPECT_EQ(Rec().facets.size(), c.facets) << c.steps;
+    }
 }
 
 TEST_F(SurfaceGeom, ExtrusionQuadsAndScreenEdges) {
