@@ -233,19 +233,19 @@ TEST_F(PrimGeom, ExplodeOutOfMemory) {
     p.p1 = 3;
     p.p2 = 1;
     long blocks = g.mem.live_blocks;
-    testing::internal::CaptureStdout();
-    Mem_FailAfter(1);   // the grid itself
-    Prim_Draw(&p);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "\nCan't create Mesh...Out Of Memory!");
-    EXPECT_EQ(g.scene.Current_Layer->first_object, nullptr);
-    EXPECT_EQ(g.mem.live_blocks, blocks);
-
-    testing::internal::CaptureStdout();
-    Mem_FailAfter(2);   // the grid succeeds, the mesh object does not
-    Prim_Draw(&p);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "\nOut of Memory!");
-    EXPECT_EQ(g.scene.Current_Layer->first_object, nullptr);
-    EXPECT_EQ(g.mem.live_blocks, blocks);
+    // The grid itself fails; then the grid succeeds and the mesh object does not.
+    const struct {
+        int fail_after;
+        const char* message;
+    } cases[] = {{1, "\nCan't create Mesh...Out Of Memory!"}, {2, "\nOut of Memory!"}};
+    for (const auto& c : cases) {
+        testing::internal::CaptureStdout();
+        Mem_FailAfter(c.fail_after);
+        Prim_Draw(&p);
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), c.message);
+        EXPECT_EQ(g.scene.Current_Layer->first_object, nullptr);
+        EXPECT_EQ(g.mem.live_blocks, blocks);
+    }
 }
 
 TEST_F(PrimGeom, BadRecordsYieldNothingOrBoundedOutput) {
