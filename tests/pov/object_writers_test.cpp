@@ -263,8 +263,7 @@ TEST_F(PovTest, VertexToleranceJoinsNearbyVertices) {
 int g_spool_seen = 0;   // the generator found triangle.tmp in the current directory
 
 void TwoTriangles(Object*) {
-    struct stat st;
-    g_spool_seen = stat("triangle.tmp", &st) == 0 && g.output.Output_Mode == 1;
+    g_spool_seen = FileExists("triangle.tmp") && g.output.Output_Mode == 1;
     Pov_SpoolTriangle({0, 0, 0}, {1, 0, 0}, {0, 1, 0});   // normal (0, 0, 1)
     Pov_SpoolTriangle({3, 3, 3}, {3, 3, 3}, {4, 4, 4});   // degenerate
     Pov_SpoolTriangle({1, 0, 0}, {0, 1, 0}, {0, 0, 1});   // normal (1, 1, 1)
@@ -281,16 +280,6 @@ class PovSpoolTest : public PovTest {
         Pov_SetSurfaceGenerator(nullptr);
         PovTest::TearDown();
     }
-    const std::string kSmoothExtrusion =
-        "\n\nunion {  // Layer name: X"
-        "\n    union { // Extrusion"
-        "\n        smooth_triangle {<0, 0, 0>, <0, 0, 1>," +
-        kCont + "<1, 0, 0>, <0.5, 0.5, 1>," + kCont + "<0, 1, 0>, <0.5, 0.5, 1> }" +
-        "\n        smooth_triangle {<1, 0, 0>, <0.5, 0.5, 1>," + kCont + "<0, 1, 0>, <0.5, 0.5, 1>," + kCont +
-        "<0, 0, 1>, <1, 1, 1> }" +
-        "\n        texture { Jade }"
-        "\n    }"
-        "\n}";
 };
 
 TEST_F(PovSpoolTest, SpooledSurfaceWithSmoothNormalsAndSpoolRemoved) {
@@ -301,7 +290,12 @@ TEST_F(PovSpoolTest, SpooledSurfaceWithSmoothNormalsAndSpoolRemoved) {
     std::string text = Export();
     EXPECT_EQ(g_spool_seen, 1);
     EXPECT_FALSE(FileExists(run_ + "/triangle.tmp"));
-    EXPECT_EQ(Action(text), kSmoothExtrusion);
+    EXPECT_EQ(Action(text), "\n\nunion {  // Layer name: X\n    union { // Extrusion"
+                            "\n        smooth_triangle {<0, 0, 0>, <0, 0, 1>," +
+                                kCont + "<1, 0, 0>, <0.5, 0.5, 1>," + kCont + "<0, 1, 0>, <0.5, 0.5, 1> }" +
+                                "\n        smooth_triangle {<1, 0, 0>, <0.5, 0.5, 1>," + kCont +
+                                "<0, 1, 0>, <0.5, 0.5, 1>," + kCont + "<0, 0, 1>, <1, 1, 1> }" +
+                                "\n        texture { Jade }\n    }\n}");
     EXPECT_EQ(messages_, "\nMaking <qmr.pov>\nWriting: Extrusion.._");
     EXPECT_EQ(g.writer.Spool_Count, 3);
 }
