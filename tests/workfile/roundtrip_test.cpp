@@ -17,27 +17,13 @@ namespace {
 std::string DumpSettings() {
     std::ostringstream o;
     o.precision(17);
-    const AidsState& a = g.aids;
-    o << a.orthoOn << a.blipsOn << a.coordsMode << " " << g.shade.Shade_Type
-      << g.shade.Shade_Edge_Color << g.scene.Default_No_shadow << g.scene.Default_Smooth
-      << a.Input_Line_Option << a.Auto_Regen << a.Auto_Redraw << a.Auto_Deselect
-      << a.Erase_No_Confirm << a.Auto_Seg << " " << a.Seg_Value << " "
-      << g.render.Write_Render_Bat << g.render.Reload_After_Render << g.pov.Overwrite_Pov
-      << g.pov.Export_Before_Render << " layout " << g.view.Viewport_Layout << "\n";
-    const RenderSettings& r = g.render;
+    for (const IntSetting& s : KeptIntSettings()) o << *s.field << " ";
     const PovSettings& p = g.pov;
-    o << r.Extra_Options << "|" << p.Max_Trace_Level << " " << p.Max_Intersections << " "
-      << p.Fog_On << " " << p.Fog_Distance << " " << p.Fog_Color.x << p.Fog_Color.y
-      << p.Fog_Color.z << " " << p.Background_On << " " << p.Background_Color.x
-      << p.Background_Color.y << p.Background_Color.z << " " << r.Palette_Type << " "
-      << r.Display_Type << " " << r.Render_Display << " " << r.Spare_Int12 << " "
-      << r.Render_Verbose << " " << r.Render_Width << "x" << r.Render_Height << " "
-      << r.Render_Partial << " " << r.Start_Row << r.Start_Col << r.End_Row << " "
-      << r.Render_Quality << r.Render_Abort << r.Render_Pause << r.Render_Continue << " "
-      << r.Output_Type << " " << r.Buffer_Size << " " << r.Max_Symbols << " " << r.Bounding_On
-      << r.Bounding_Threshold << " " << r.Antialias_On << r.Antialias_Depth << " "
-      << r.Antialias_Threshold << " " << r.Spare_Int32 << " " << r.Antialias_Jitter << " "
-      << r.Spare_Double34 << "\n";
+    const RenderSettings& r = g.render;
+    o << r.Extra_Options << "|" << p.Fog_Distance << " " << p.Fog_Color.x << p.Fog_Color.y
+      << p.Fog_Color.z << " " << p.Background_Color.x << p.Background_Color.y
+      << p.Background_Color.z << " " << r.Antialias_Threshold << " " << r.Antialias_Jitter << " "
+      << r.Spare_Double34 << " layout " << g.view.Viewport_Layout;
     return o.str();
 }
 

@@ -51,11 +51,17 @@ int PositionOf(const Layer* l);   // 1-based, 0 when not in the list
 // changes settings, output options and the stored viewports.
 void BuildSampleScene();
 
-// Everything a save keeps, compared with the scene now loaded.
-struct SceneSnapshot {
-    std::string dump;
+// The int settings a work file keeps, with the value the sample scene gives each.
+struct IntSetting {
+    int* field;
+    int sample;
 };
+const std::vector<IntSetting>& KeptIntSettings();
+
+// The layers and objects with every field a save keeps, as text; the fields
+// of one object's kind record alone.
 std::string DumpScene();
+std::string ObjectFields(const Object* ob);
 
 // Structural validity: list links, Current_Layer in the list, instances in
 // the list and not looping, object lists consistent, point arrays sized.
