@@ -1,4 +1,6 @@
 // Object nodes, kind records and point arrays, including allocation failure.
+#include <vector>
+
 #include "test_support.h"
 
 namespace {
@@ -12,37 +14,33 @@ class ObjectTest : public QmrTest {
     Layer* layer() { return g.scene.Current_Layer; }
 };
 
-TEST_F(ObjectTest, ListRunsFromNewestToOldest) {
+TEST_F(ObjectTest, ListRunsFromNewestToOldestAndUnlinks) {
     TriangleData t{};
     Object* a = Add_Triangle(&t);
     Object* b = Add_Triangle(&t);
     Object* c = Add_Triangle(&t);
-    EXPECT_EQ(layer()->first_object, c);
-    EXPECT_EQ(c->next, b);
-    EXPECT_EQ(b->next, a);
-    EXPECT_EQ(a->next, nullptr);
-    EXPECT_EQ(c->prev, nullptr);
-    EXPECT_EQ(b->prev, c);
-    EXPECT_EQ(a->prev, b);
     EXPECT_EQ(a->kind, KIND_TRIANGLE);
-}
-
-TEST_F(ObjectTest, UnlinkHeadMiddleAndOnly) {
-    TriangleData t{};
-    Object* a = Add_Triangle(&t);
-    Object* b = Add_Triangle(&t);
-    Object* c = Add_Triangle(&t);
-    auto erase = [&](Object* o) {
-        void* data = o->data;
-        Object_Unlink(o, layer());
+    const std::vector<Object*> order = {c, b, a};
+    Object* prev = nullptr;
+    Object* o = layer()->first_object;
+    for (Object* want : order) {
+        ASSERT_EQ(o, want);
+        EXPECT_EQ(o->prev, prev);
+        prev = o;
+        o = o->next;
+    }
+    EXPECT_EQ(o, nullptr);
+    auto erase = [&](Object* x) {
+        void* data = x->data;
+        Object_Unlink(x, layer());
         Mem_Free(data);
     };
-    erase(c);
+    erase(c);   // the head
     EXPECT_EQ(layer()->first_object, b);
     EXPECT_EQ(b->prev, nullptr);
-    erase(a);
+    erase(a);   // the tail
     EXPECT_EQ(b->next, nullptr);
-    erase(b);
+    erase(b);   // the only one
     EXPECT_EQ(layer()->first_object, nullptr);
 }
 
