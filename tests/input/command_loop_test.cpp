@@ -98,14 +98,6 @@ TEST_F(CommandLoopTest, FunctionKeysSwitchAidsAndPromptAgain) {
     for (int i = 1; i <= 4; i++) EXPECT_EQ(g.view.Viewports[i].title_on, 0) << i;
 }
 
-TEST_F(CommandLoopTest, CtrlCIsIgnoredAtCommandAndCancelsInside) {
-    Headless_PushKey(3);
-    Headless_PushText("CIRCLE\n");
-    Headless_PushKey(3);
-    EXPECT_FALSE(RunLoop());
-    EXPECT_EQ(Headless_Transcript(), "\nCommand: \nCIRCLE> Center point: *cancel* \nCommand: ");
-}
-
 TEST_F(CommandLoopTest, SpaceAndEmptyEnterRepeatTheLastCommand) {
     Headless_PushText(" \n");   // nothing to repeat yet
     Headless_PushText("CIRCLE\n1,1\n5\n ");
@@ -274,15 +266,17 @@ TEST_F(CommandLoopTest, ClearAsksAndOnlyYesEmptiesTheScene) {
     EXPECT_EQ(g.scene.First_Layer->next, nullptr);
 }
 
-TEST_F(CommandLoopTest, CancelDropsTheSelectionWithAutoDeselect) {
+TEST_F(CommandLoopTest, CtrlCIsIgnoredAtCommandAndCancelsInsideDeselectingWithAutoDeselect) {
     Object* o = AddPolyline({{0, 0, 0}, {1, 0, 0}});
     ASSERT_NE(o, nullptr);
     o->selected = 1;
     g.scene.Selected_Count = 1;
     g.aids.Auto_Deselect = 0;
+    Headless_PushKey(3);
     Headless_PushText("CIRCLE\n");
     Headless_PushKey(3);
     EXPECT_FALSE(RunLoop());
+    EXPECT_EQ(Headless_Transcript(), "\nCommand: \nCIRCLE> Center point: *cancel* \nCommand: ");
     EXPECT_EQ(o->selected, 1);
     g.aids.Auto_Deselect = 1;
     Headless_PushText("CIRCLE\n");

@@ -117,7 +117,6 @@ TEST_F(CoordsTest, InputLineStopsAtTheScreenEdge) {
 
 TEST_F(CoordsTest, AnyBytesTypedNeverCrash) {
     srand(7);
-    std::string junk;
     for (int i = 0; i < 3000; i++) {
         int k = rand() % 300;
         if (k == 3 || k == ' ' || k == 13 || k == 10) continue;   // keep the loop at its prompt
