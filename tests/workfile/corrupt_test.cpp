@@ -10,20 +10,15 @@
 
 namespace {
 
-class Corrupt : public QmrTest {
+class Corrupt : public WorkFileTest {
   protected:
-    TempDir dir;
-    std::string path = dir.file("bad.qmr");
-
     // Loads the bytes from a clean state; the scene must be valid and, once
     // cleared, every block handed out must have come back.
     // Returns the load result.
     int LoadChecked(const std::string& bytes, const std::string& what) {
         State_Reset();
         long live = g.mem.live_blocks;
-        WriteFile(path, bytes);
-        int r = -1;
-        Captured([&] { r = WorkFile_Load(path.c_str()); });
+        int r = Load(bytes);
         EXPECT_TRUE(r == 0 || r == 1) << what;
         // Past the magic the old scene is gone and a first layer always exists.
         if (bytes.size() >= 35) {

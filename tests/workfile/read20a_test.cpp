@@ -43,18 +43,7 @@ Bytes& Object20A(Bytes& b, int layer, int kind, const char* texture, int flags) 
     return b;
 }
 
-class Read20A : public QmrTest {
-  protected:
-    TempDir dir;
-    int Load(const Bytes& b, std::string* out = nullptr) {
-        std::string path = dir.file("old.qmr");
-        WriteFile(path, b.s);
-        int r = 0;
-        std::string printed = Captured([&] { r = WorkFile_Load(path.c_str()); });
-        if (out) *out = printed;
-        return r;
-    }
-};
+class Read20A : public WorkFileTest {};
 
 TEST_F(Read20A, SettingsOutputOptionsAndLayers) {
     Bytes b = Header20A(3);
@@ -62,7 +51,7 @@ TEST_F(Read20A, SettingsOutputOptionsAndLayers) {
     Layer20A(b, "Sky", "", 0x04, 9);
     Layer20A(b, "ABCDEFGHIJKLMN", "Wood", 0x80 | 0x08, 14);
     b.i32(-1);
-    ASSERT_EQ(Load(b), 1);
+    ASSERT_EQ(Load(b.s), 1);
     EXPECT_EQ(g.view.Viewport_Layout, 3);
     EXPECT_EQ(g.view.Current_Viewport, 2);
     EXPECT_STREQ(g.render.Extra_Options, "+L/inc");
@@ -133,7 +122,7 @@ TEST_F(Read20A, EveryObjectKindAndTheConeTurn) {
     b.u8(0x04).zeros(3).pt(1, 2, 3).pt(0.5, 0.5, 0.5).i32(16).i32(2).i32(3).i32(1);
     b.f64(1.25).f64(2.5).pt(0, 0, 0).f64(30).f64(40).i32(5);
     b.i32(-1);
-    ASSERT_EQ(Load(b), 1);
+    ASSERT_EQ(Load(b.s), 1);
 
     auto l = Layers();
     auto a = ObjectsOf(l[0]);
@@ -166,16 +155,15 @@ TEST_F(Read20A, CutFilesGiveZeroAndNoMemoryMessages) {
     Object20A(b, 0, 1, "", 0);
     b.i32(0).zeros(48).f64(0).i32(1).u8(0).zeros(3).i32(8).i32(16).i32(16).i32(1000000);
     b.pt(1, 1, 1);   // far fewer points than the count says
-    EXPECT_EQ(Load(b), 0);
+    EXPECT_EQ(Load(b.s), 0);
     EXPECT_EQ(ObjectsOf(g.scene.First_Layer).size(), 0u);
     EXPECT_EQ(SceneProblem(), "");
 
     Bytes c = Header20A(1);
     Layer20A(c, "A", "", 0x80, 1);
-    std::string path = dir.file("c.qmr");
-    WriteFile(path, c.s);
     Mem_FailAfter(1);
-    std::string out = Captured([&] { EXPECT_EQ(WorkFile_Load(path.c_str()), 0); });
+    std::string out;
+    EXPECT_EQ(Load(c.s, &out), 0);
     EXPECT_EQ(out, "Out of Memory for Layers!");
     EXPECT_EQ(Layer_Count(), 1);   // the first layer made after the load
 
@@ -184,9 +172,8 @@ TEST_F(Read20A, CutFilesGiveZeroAndNoMemoryMessages) {
     Object20A(d, 0, 1, "", 0);
     d.i32(0).zeros(48).f64(0).i32(1).u8(0).zeros(3).i32(8).i32(16).i32(16).i32(1);
     d.pt(1, 1, 1).i32(-1);
-    WriteFile(path, d.s);
     Mem_FailAfter(2);   // the layer, then the point list
-    out = Captured([&] { EXPECT_EQ(WorkFile_Load(path.c_str()), 0); });
+    EXPECT_EQ(Load(d.s, &out), 0);
     EXPECT_EQ(out, "\nNot enough memory for Polylines!");
 }
 

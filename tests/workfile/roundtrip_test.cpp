@@ -44,10 +44,9 @@ std::string DumpView(const Viewport& v) {
     return o.str();
 }
 
-class WorkFileRoundTrip : public QmrTest {};
+class WorkFileRoundTrip : public WorkFileTest {};
 
 TEST_F(WorkFileRoundTrip, SaveThenLoadGivesTheSceneBack) {
-    TempDir dir;
     BuildSampleScene();
     std::string scene = DumpScene(), settings = DumpSettings();
     Views_StoreActive();
@@ -81,7 +80,6 @@ TEST_F(WorkFileRoundTrip, SaveThenLoadGivesTheSceneBack) {
 }
 
 TEST_F(WorkFileRoundTrip, FileStartsWithMagicThenSettingsAndEndsWithEndTag) {
-    TempDir dir;
     Layer_NewFirst();
     ASSERT_EQ(WorkFile_Save(dir.file("a.qmr").c_str()), 1);
     std::string s = ReadFile(dir.file("a.qmr"));
@@ -96,7 +94,6 @@ TEST_F(WorkFileRoundTrip, FileStartsWithMagicThenSettingsAndEndsWithEndTag) {
 }
 
 TEST_F(WorkFileRoundTrip, MeshSizesAboveOneByteComeBackNegative) {
-    TempDir dir;
     Layer_NewFirst();
     PolylineData p = Poly_Default();
     Point3 pt{1, 2, 3};
@@ -114,7 +111,6 @@ TEST_F(WorkFileRoundTrip, MeshSizesAboveOneByteComeBackNegative) {
 }
 
 TEST_F(WorkFileRoundTrip, EmptyNameFailsAtOnceAndTemporaryNameReplacesFirstCharacter) {
-    TempDir dir;
     Layer_NewFirst();
     EXPECT_EQ(WorkFile_Save((dir.path() + "/.qmr").c_str()), 0);
     EXPECT_EQ(WorkFile_Save((dir.path() + "/").c_str()), 0);
@@ -134,7 +130,6 @@ TEST_F(WorkFileRoundTrip, EmptyNameFailsAtOnceAndTemporaryNameReplacesFirstChara
 // The save runs in a child whose file-size limit makes writes fail; the
 // child reports the result and whether the message appeared.
 TEST_F(WorkFileRoundTrip, FailedWriteKeepsTheOldFileAndRemovesTheTemporary) {
-    TempDir dir;
     std::string path = dir.file("scene.qmr");
     WriteFile(path, "old contents");
     BuildSampleScene();
@@ -160,7 +155,6 @@ TEST_F(WorkFileRoundTrip, FailedWriteKeepsTheOldFileAndRemovesTheTemporary) {
 }
 
 TEST_F(WorkFileRoundTrip, LoadOfMissingOrForeignFileLeavesTheSceneAlone) {
-    TempDir dir;
     BuildSampleScene();
     std::string before = DumpScene();
     EXPECT_EQ(WorkFile_Load(dir.file("none.qmr").c_str()), 0);

@@ -8,6 +8,8 @@
 
 #include "e2e/process.h"
 #include "state.h"
+#include "test_support.h"
+#include "workfile/workfile.h"
 
 // Little-endian bytes, built field by field from the documented layout.
 struct Bytes {
@@ -75,3 +77,17 @@ std::string Captured(Fn fn) {
     fn();
     return testing::internal::GetCapturedStdout();
 }
+
+// A fresh state and a temporary directory to load files from.
+class WorkFileTest : public QmrTest {
+  protected:
+    TempDir dir;
+    // Writes the bytes to t.qmr and loads it; *out gets what the load printed.
+    int Load(const std::string& bytes, std::string* out = nullptr) {
+        WriteFile(dir.file("t.qmr"), bytes);
+        int r = -1;
+        std::string printed = Captured([&] { r = WorkFile_Load(dir.file("t.qmr").c_str()); });
+        if (out) *out = printed;
+        return r;
+    }
+};
