@@ -98,7 +98,7 @@ TEST_F(ObjectTest, PolylineCopyHasItsOwnPoints) {
     Object_Free(copy);
 }
 
-TEST_F(ObjectTest, InsertPointBounds) {
+TEST_F(ObjectTest, InsertAndDeletePointBoundsAndFailures) {
     PolylineData poly = Poly_Default();
     EXPECT_EQ(Poly_InsertPoint(&poly, {1, 0, 0}, 1), 0);   // count + 1
     EXPECT_EQ(poly.count, 0);
@@ -111,6 +111,15 @@ TEST_F(ObjectTest, InsertPointBounds) {
     EXPECT_EQ(poly.points[0].x, 1);
     EXPECT_EQ(poly.points[1].x, 2);
     EXPECT_EQ(poly.points[2].x, 3);
+    // Out of memory: the record is left as it was.
+    Point3* before = poly.points;
+    Mem_FailAfter(1);
+    EXPECT_EQ(Poly_InsertPoint(&poly, {9, 0, 0}, 0), 0);
+    Mem_FailAfter(1);
+    EXPECT_EQ(Poly_DeletePoint(&poly, 0), 0);
+    ASSERT_EQ(poly.count, 3);
+    EXPECT_EQ(poly.points, before);
+    EXPECT_EQ(poly.points[0].x, 1);
 
     EXPECT_EQ(Poly_DeletePoint(&poly, 3), 0);
     EXPECT_EQ(Poly_DeletePoint(&poly, -1), 0);
@@ -122,23 +131,6 @@ TEST_F(ObjectTest, InsertPointBounds) {
     EXPECT_EQ(Poly_DeletePoint(&poly, 0), 1);
     EXPECT_EQ(poly.count, 0);
     EXPECT_EQ(poly.points, nullptr);
-}
-
-TEST_F(ObjectTest, PointArrayFailuresLeaveRecordUnchanged) {
-    PolylineData poly = Poly_Default();
-    ASSERT_EQ(Poly_InsertPoint(&poly, {1, 0, 0}, 0), 1);
-    ASSERT_EQ(Poly_InsertPoint(&poly, {2, 0, 0}, 1), 1);
-    Point3* before = poly.points;
-    Mem_FailAfter(1);
-    EXPECT_EQ(Poly_InsertPoint(&poly, {3, 0, 0}, 0), 0);
-    EXPECT_EQ(poly.count, 2);
-    EXPECT_EQ(poly.points, before);
-    EXPECT_EQ(poly.points[0].x, 1);
-    Mem_FailAfter(1);
-    EXPECT_EQ(Poly_DeletePoint(&poly, 0), 0);
-    EXPECT_EQ(poly.count, 2);
-    EXPECT_EQ(poly.points[1].x, 2);
-    Mem_Free(poly.points);
 }
 
 TEST_F(ObjectTest, EveryAllocationFailureLeavesSceneUnchanged) {
