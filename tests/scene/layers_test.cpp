@@ -12,9 +12,9 @@ class LayerTest : public QmrTest {
   protected:
     // Appends layers from words such as "A0 B1>A": name, level, and after ">"
     // the layer it shows.
-    void Build(const std::string& spec) {
+    void Build(const std::string& words) {
         std::vector<std::pair<Layer*, std::string>> links;
-        std::istringstream in(spec);
+        std::istringstream in(words);
         for (std::string w; in >> w;) {
             size_t gt = w.find('>');
             std::string head = w.substr(0, gt);
