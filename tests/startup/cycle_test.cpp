@@ -72,9 +72,4 @@ TEST_F(CycleTest, LoadedSceneKeepsItsNameUntilNew) {
     EXPECT_STREQ(g.run.Scene_Name, "untitled");
 }
 
-TEST_F(CycleTest, SetFatalMessageAppendsNewline) {
-    EXPECT_STREQ(SetFatalMessage("Unable to setup first layer."), "Unable to setup first layer.\n");
-    EXPECT_STREQ(g.run.fatalMessage, "Unable to setup first layer.\n");
-}
-
 }  // namespace

@@ -70,9 +70,12 @@ TEST_F(ProgramTest, FatalDirectoryMessages) {
     }
 }
 
-TEST_F(ProgramTest, WarningDirectoriesDoNotStopStartUp) {
+// 100 kB of binary junk before the configuration does not stop its reading.
+TEST_F(ProgramTest, JunkAndWarningDirectoriesDoNotStopStartUp) {
+    std::string junk;
+    for (int i = 0; i < 100000; i++) junk += static_cast<char>((i * 7919) % 256);
     WriteFile(root.file("cwd/qmr.ini"),
-              Config("povray = /no/pov\nscenes = /no/scenes\npov_out = /no/out\n"));
+              junk + "\n" + Config("povray = /no/pov\nscenes = /no/scenes\npov_out = /no/out\n"));
     TypeWhen("Command: ", "EXIT\n");
     TypeWhen("<Yes>: ", "N\n");
     RunResult r = Run({}, true);
@@ -132,20 +135,11 @@ TEST_F(ProgramTest, MissingMenuFileIsFatal) {
     EXPECT_EQ(r.status, 0);   // a fatal error through the orderly exit still ends with 0
 }
 
-TEST_F(ProgramTest, HostileConfigurationNeverCrashes) {
-    std::string junk;
-    for (int i = 0; i < 100000; i++) junk += static_cast<char>((i * 7919) % 256);
-    WriteFile(root.file("cwd/qmr.ini"), junk + "\n" + Config());
-    TypeWhen("Command: ", "EXIT\n");
-    TypeWhen("<Yes>: ", "N\n");
-    RunResult r = Run({}, true);
+TEST_F(ProgramTest, ConfigurationThatIsADirectoryNeverCrashes) {
+    fs::create_directories(root.file("cwd/qmr.ini"));
+    RunResult r = Run();
     EXPECT_FALSE(r.timed_out);
-    EXPECT_LT(r.status, 128) << r.out;   // no crash
-    fs::remove(root.file("cwd/qmr.ini"));
-    fs::create_directories(root.file("cwd/qmr.ini"));   // a directory where the file should be
-    r = Run();
-    EXPECT_FALSE(r.timed_out);
-    EXPECT_LT(r.status, 128);
+    EXPECT_LT(r.status, 128) << r.out;
 }
 
 }  // namespace
