@@ -133,7 +133,7 @@ XvfbServer::~XvfbServer() {
 }
 
 TempDir::TempDir() {
-    char tmpl[] = "/tmp/qmrtest.XXXXXX";
+    char tmpl[] = "/tmp/qmrtestXXXXXX";   // no ".": start-up cuts a work path at its first one
     path_ = mkdtemp(tmpl);
 }
 

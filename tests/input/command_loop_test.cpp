@@ -53,28 +53,31 @@ TEST_F(CommandLoopTest, MenuPickWhileACommandWaitsCancelsItAndStartsThePick) {
     EXPECT_EQ(g.input.InputResult.lastCode, 213);
 }
 
-TEST_F(CommandLoopTest, TransparentCommandsReturnToTheSamePrompt) {
+TEST_F(CommandLoopTest, HotKeyAndTransparentCommandsReturnToTheSamePrompt) {
     g_transparentRuns = 0;
     Command_Register(402, FakeZoom, 1);
-    Headless_PushText("CIRCLE\n1,1\nzoom\nA\n");
+    Headless_PushKey(26);   // Ctrl-Z: ZOOM in command.dat, nothing typed
+    Headless_PushText("W\nCIRCLE\n1,1\nzoom\nA\n");
     PickMenu(423);   // the real TOP, from the pull-down
     Headless_PushText("zoom\n");
     Headless_PushKey(3);   // cancels the zoom only
     Headless_PushText("5\n");
     EXPECT_FALSE(RunLoop());
     const std::string t = Headless_Transcript();
+    EXPECT_EQ(t.rfind("\nCommand: \nZOOM> Window or All: \nCommand: \nCIRCLE> Center point: ", 0), 0u) << t;
     EXPECT_NE(t.find("\nCIRCLE> Set Radius: \nZOOM> Window or All: \nCIRCLE> Set Radius: \nCIRCLE> Set Radius: "
                      "\nZOOM> Window or All: *cancel* \nCIRCLE> Set Radius: \nCommand: "),
               std::string::npos) << t;
     EXPECT_EQ(Count(t, "*cancel*"), 1) << t;
-    EXPECT_EQ(g_transparentRuns, 2);
+    EXPECT_EQ(g_transparentRuns, 3);
     EXPECT_EQ(g_transparentSawCommand, 402);
-    ASSERT_EQ(Answers().size(), 4u);
-    EXPECT_EQ(Answers()[1].kind, 2);               // A is keyword 2 of the zoom's list
-    EXPECT_EQ(Answers()[2].ok, 0);                 // the cancelled zoom
+    ASSERT_EQ(Answers().size(), 5u);
+    EXPECT_EQ(Answers()[0].kind, 1);               // W: keyword 1 of the zoom's list
+    EXPECT_EQ(Answers()[2].kind, 2);               // A: keyword 2
+    EXPECT_EQ(Answers()[3].ok, 0);                 // the cancelled zoom
     // The radius prompt got its number permission back after the zooms.
-    EXPECT_EQ(Answers()[3].kind, -3);
-    EXPECT_DOUBLE_EQ(Answers()[3].number, 5);
+    EXPECT_EQ(Answers()[4].kind, -3);
+    EXPECT_DOUBLE_EQ(Answers()[4].number, 5);
     // Inside a command a transparent one does not become the repeat code.
     EXPECT_EQ(g.input.InputResult.lastCode, 213);
 }
@@ -98,14 +101,6 @@ TEST_F(CommandLoopTest, FunctionKeysSwitchAidsAndPromptAgain) {
     for (int i = 1; i <= 4; i++) EXPECT_EQ(g.view.Viewports[i].title_on, 0) << i;
 }
 
-TEST_F(CommandLoopTest, CtrlCIsIgnoredAtCommandAndCancelsInside) {
-    Headless_PushKey(3);
-    Headless_PushText("CIRCLE\n");
-    Headless_PushKey(3);
-    EXPECT_FALSE(RunLoop());
-    EXPECT_EQ(Headless_Transcript(), "\nCommand: \nCIRCLE> Center point: *cancel* \nCommand: ");
-}
-
 TEST_F(CommandLoopTest, SpaceAndEmptyEnterRepeatTheLastCommand) {
     Headless_PushText(" \n");   // nothing to repeat yet
     Headless_PushText("CIRCLE\n1,1\n5\n ");
@@ -119,11 +114,13 @@ TEST_F(CommandLoopTest, SpaceAndEmptyEnterRepeatTheLastCommand) {
     EXPECT_EQ(Count(t, "\nCIRCLE> Center point: "), 4) << t;
 }
 
+// A name typed inside a command replaces it, EXIT's question included.
 TEST_F(CommandLoopTest, UnknownNamesAndTypedNameInsideACommand) {
-    Headless_PushText("frobnicate\nCIRCLE\npolyline\n");
+    Headless_PushText("frobnicate\nEXIT\nCIRCLE\npolyline\n");
     EXPECT_FALSE(RunLoop());
     EXPECT_EQ(Headless_Transcript(),
-              "\nCommand: \nUnknown Command\a\nCommand: \nCIRCLE> Center point: *cancel* \nPOLYLINE> Start point: ");
+              "\nCommand: \nUnknown Command\a\nCommand: \nEXIT> Save changes to <qmr>? <Yes,No> <Yes>: *cancel* "
+              "\nCIRCLE> Center point: *cancel* \nPOLYLINE> Start point: ");
     EXPECT_EQ(g.input.textLength, 0);   // the line was cleared after the miss
 }
 
@@ -168,16 +165,6 @@ TEST_F(CommandLoopTest, LongCommandTableGrows) {
     EXPECT_EQ(Command_Lookup("onlyname"), 0);
     EXPECT_EQ(Command_Lookup(""), 6);   // an empty name is still a name
     EXPECT_EQ(g.input.CommandTable.size(), 501u);
-}
-
-TEST_F(CommandLoopTest, HotKeyStartsACommandWithoutTyping) {
-    g_transparentRuns = 0;
-    Command_Register(402, FakeZoom, 1);
-    Headless_PushKey(26);   // Ctrl-Z: ZOOM in command.dat
-    Headless_PushText("A\n");
-    EXPECT_FALSE(RunLoop());
-    EXPECT_EQ(g_transparentRuns, 1);
-    EXPECT_EQ(g.input.textLength, 0);
 }
 
 TEST_F(CommandLoopTest, SideMenuCommandAndCancelRow) {
@@ -239,13 +226,6 @@ TEST_F(CommandLoopTest, ExitSavesOnEnterOrYesOnly) {
     EXPECT_EQ(g.run.restartFlag, 0);
 }
 
-TEST_F(CommandLoopTest, ExitReplacedByAnotherCommandGoesOn) {
-    Headless_PushText("EXIT\nCIRCLE\n");
-    EXPECT_FALSE(RunLoop());
-    EXPECT_NE(Headless_Transcript().find("<Yes>: *cancel* \nCIRCLE> Center point: "), std::string::npos)
-        << Headless_Transcript();
-}
-
 TEST_F(CommandLoopTest, NewEndsTheLoopWithRestartAndSavesOnlyOnYes) {
     TempDir dir;
     const std::string saved = NameScene(dir);
@@ -274,15 +254,17 @@ TEST_F(CommandLoopTest, ClearAsksAndOnlyYesEmptiesTheScene) {
     EXPECT_EQ(g.scene.First_Layer->next, nullptr);
 }
 
-TEST_F(CommandLoopTest, CancelDropsTheSelectionWithAutoDeselect) {
+TEST_F(CommandLoopTest, CtrlCIsIgnoredAtCommandAndCancelsInsideDeselectingWithAutoDeselect) {
     Object* o = AddPolyline({{0, 0, 0}, {1, 0, 0}});
     ASSERT_NE(o, nullptr);
     o->selected = 1;
     g.scene.Selected_Count = 1;
     g.aids.Auto_Deselect = 0;
+    Headless_PushKey(3);
     Headless_PushText("CIRCLE\n");
     Headless_PushKey(3);
     EXPECT_FALSE(RunLoop());
+    EXPECT_EQ(Headless_Transcript(), "\nCommand: \nCIRCLE> Center point: *cancel* \nCommand: ");
     EXPECT_EQ(o->selected, 1);
     g.aids.Auto_Deselect = 1;
     Headless_PushText("CIRCLE\n");

@@ -48,36 +48,33 @@ TEST_F(Settings, TypedGettersConvertOrRefuse) {
     EXPECT_STREQ(text, "house");
 }
 
+// Each setter hands back the value as stored: clamped, normalised, flags as
+// 0/1, an int setting written from a double truncated; text settings ignore writes.
 TEST_F(Settings, SettersClampAndReadTheStoredValueBack) {
-    int v = 1;
-    EXPECT_EQ(Var_SetInt("SEG_VALUE", &v), 1);
-    EXPECT_EQ(v, 2);
+    const struct {
+        const char* name;
+        double in, out;
+        bool as_int;
+    } cases[] = {
+        {"SEG_VALUE", 1, 2, true},   {"COORDS_MODE", 7, 3, true}, {"COORDS_MODE", -4, 1, true},
+        {"GRID", 5, 1, true},        {"GRIDX", 3, 3, true},       {"PITCH", 370, 10, false},
+        {"AREA", 1e-20, 1e-14, false}, {"SNAP", 2.9, 1, false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        if (c.as_int) {
+            int v = (int)c.in;
+            EXPECT_EQ(Var_SetInt(c.name, &v), 1);
+            EXPECT_EQ(v, (int)c.out);
+        } else {
+            double d = c.in;
+            EXPECT_EQ(Var_SetDouble(c.name, &d), 1);
+            EXPECT_NEAR(d, c.out, 1e-12 * c.out);
+        }
+    }
     EXPECT_EQ(g.aids.Seg_Value, 2);
-    v = 7;
-    Var_SetInt("COORDS_MODE", &v);
-    EXPECT_EQ(v, 3);
-    v = -4;
-    Var_SetInt("COORDS_MODE", &v);
-    EXPECT_EQ(v, 1);
-    v = 5;
-    Var_SetInt("GRID", &v);   // flags are stored as 0/1
-    EXPECT_EQ(v, 1);
     EXPECT_EQ(g.view.Active_Viewport.GRID, 1);
-    double d = 370;
-    EXPECT_EQ(Var_SetDouble("PITCH", &d), 1);   // normalised by the viewport setter
-    EXPECT_DOUBLE_EQ(d, 10);
-    d = 1e-20;
-    Var_SetDouble("AREA", &d);
-    EXPECT_EQ(d, 1e-14);
-    d = 2.9;
-    Var_SetDouble("SNAP", &d);   // int setting from a double: truncated
-    EXPECT_EQ(d, 1);
-    v = 3;
-    EXPECT_EQ(Var_SetInt("GRIDX", &v), 1);
     EXPECT_EQ(g.view.Active_Viewport.GRIDX, 3.0);
-}
-
-TEST_F(Settings, TextSettingsIgnoreWrites) {
     strcpy(g.config.WORK_DIR, "/w");
     EXPECT_EQ(Var_Access("WORK_DIR", 0), 1);
     int v = 3;

@@ -1,5 +1,6 @@
 // The layer list, deletion, and the nesting and instancing rules.
 #include <cstring>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -9,28 +10,36 @@ namespace {
 
 class LayerTest : public QmrTest {
   protected:
-    // Appends layers named by `spec`, e.g. {"A0", "B1", "C0"}: name then level.
-    void Build(const std::vector<std::string>& spec) {
-        for (const std::string& s : spec) {
+    // Appends layers from words such as "A0 B1>A": name, level, and after ">"
+    // the layer it shows.
+    void Build(const std::string& words) {
+        std::vector<std::pair<Layer*, std::string>> links;
+        std::istringstream in(words);
+        for (std::string w; in >> w;) {
+            size_t gt = w.find('>');
+            std::string head = w.substr(0, gt);
             Layer* l = Layer_Append();
             ASSERT_NE(l, nullptr);
-            strcpy(l->name, s.substr(0, s.size() - 1).c_str());
-            l->level = s.back() - '0';
+            strcpy(l->name, head.substr(0, head.size() - 1).c_str());
+            l->level = head.back() - '0';
+            if (gt != std::string::npos) links.push_back({l, w.substr(gt + 1)});
         }
+        for (auto& [l, target] : links) l->instance = L(target.c_str());
     }
     Layer* L(const char* name) {
         for (Layer* l = g.scene.First_Layer; l; l = l->next)
             if (strcmp(l->name, name) == 0) return l;
         return nullptr;
     }
-    // The list as "name+level" words, checking the back links on the way.
+    // The list in the words of Build, checking the back links on the way.
     std::string Order() {
         std::string s;
         Layer* prev = nullptr;
         for (Layer* l = g.scene.First_Layer; l; l = l->next) {
             EXPECT_EQ(l->prev, prev) << l->name;
             prev = l;
-            s += std::string(l->name) + std::to_string(l->level) + " ";
+            s += (s.empty() ? "" : " ") + std::string(l->name) + std::to_string(l->level);
+            if (l->instance) s += ">" + std::string(l->instance->name);
         }
         return s;
     }
@@ -56,12 +65,12 @@ TEST_F(LayerTest, NewLayerDefaults) {
 }
 
 TEST_F(LayerTest, NewFirstPrependsAppendAppends) {
-    Build({"A0", "B0"});
+    Build("A0 B0");
     Layer* first = Layer_NewFirst();
     EXPECT_EQ(g.scene.First_Layer, first);
     EXPECT_EQ(first->next, L("A"));
     EXPECT_EQ(L("A")->prev, first);
-    EXPECT_EQ(Order(), "Untitled0 A0 B0 ");
+    EXPECT_EQ(Order(), "Untitled0 A0 B0");
     Layer* last = Layer_Append();
     EXPECT_EQ(g.scene.Current_Layer, last);
     EXPECT_EQ(L("B")->next, last);
@@ -70,12 +79,12 @@ TEST_F(LayerTest, NewFirstPrependsAppendAppends) {
     EXPECT_EQ(Layer_NewFirst(), nullptr);
     Mem_FailAfter(1);
     EXPECT_EQ(Layer_Append(), nullptr);
-    EXPECT_EQ(Order(), "Untitled0 A0 B0 Untitled0 ");
+    EXPECT_EQ(Order(), "Untitled0 A0 B0 Untitled0");
     EXPECT_EQ(g.scene.Current_Layer, last);
 }
 
 TEST_F(LayerTest, FindIgnoresCaseButNotLength) {
-    Build({"Untitled0", "Walls0"});
+    Build("Untitled0 Walls0");
     SetCurrent("Walls");
     EXPECT_EQ(Layer_Find("untitled"), 1);
     EXPECT_EQ(g.scene.Current_Layer, L("Untitled"));
@@ -84,7 +93,7 @@ TEST_F(LayerTest, FindIgnoresCaseButNotLength) {
 }
 
 TEST_F(LayerTest, MakeFindsOrCreatesWithCutName) {
-    Build({"A0"});
+    Build("A0");
     EXPECT_EQ(Layer_Make("a"), 1);
     EXPECT_EQ(Layer_Count(), 1);
     EXPECT_EQ(Layer_Make("averyveryverylongname"), 1);
@@ -97,7 +106,7 @@ TEST_F(LayerTest, MakeFindsOrCreatesWithCutName) {
 }
 
 TEST_F(LayerTest, SelectByIndexCountsAfterMergeBase) {
-    Build({"A0", "B0", "C0", "D0"});
+    Build("A0 B0 C0 D0");
     EXPECT_EQ(Layer_SelectByIndex(2), 1);
     EXPECT_EQ(g.scene.Current_Layer, L("B"));
     g.scene.Layer_Base = 2;
@@ -109,153 +118,90 @@ TEST_F(LayerTest, SelectByIndexCountsAfterMergeBase) {
 }
 
 TEST_F(LayerTest, DeleteRefusesBusyOrOnlyLayerAndPicksTheNewCurrent) {
-    Build({"A0"});
+    Build("A0");
     EXPECT_EQ(Layer_Delete(L("A")), 0);
-    Build({"B0"});
+    Build("B0");
     TriangleData t{};
     Add_Triangle(&t);   // into B
     EXPECT_EQ(Layer_Delete(L("B")), 0);
     EXPECT_EQ(Layer_Count(), 2);
     EXPECT_EQ(Layer_Delete(L("A")), 1);   // the first: the new first layer is current
-    EXPECT_EQ(Order(), "B0 ");
+    EXPECT_EQ(Order(), "B0");
     EXPECT_EQ(g.scene.Current_Layer, L("B"));
-    Build({"C0"});
+    Build("C0");
     EXPECT_EQ(Layer_Delete(L("C")), 1);   // the last: the one before
     EXPECT_EQ(g.scene.Current_Layer, L("B"));
 }
 
 TEST_F(LayerTest, DeletePromotesChildrenAndClearsInstances) {
-    Build({"A0", "P0", "C1", "D2", "E0"});
-    L("E")->instance = L("P");
-    L("A")->instance = L("P");
+    Build("A0>P P0 C1 D2 E0>P");
     EXPECT_EQ(Layer_Delete(L("P")), 1);
-    EXPECT_EQ(Order(), "A0 C0 D1 E0 ");
-    EXPECT_EQ(L("E")->instance, nullptr);
-    EXPECT_EQ(L("A")->instance, nullptr);
+    EXPECT_EQ(Order(), "A0 C0 D1 E0");
     EXPECT_EQ(g.scene.Current_Layer, L("C"));   // the layer that followed
 }
 
-TEST_F(LayerTest, NestAndSlide) {
-    Build({"T0", "X0", "C0"});
-    SetCurrent("C");
-    int box = -1;
-    EXPECT_EQ(Layer_ApplyOption(L("T"), LAYER_OPT_NEST, &box), 1);
-    EXPECT_EQ(box, 0);
-    EXPECT_EQ(Order(), "T0 C1 X0 ");
-
-    EXPECT_EQ(Layer_ApplyOption(L("X"), LAYER_OPT_SLIDE, &box), 1);
-    EXPECT_EQ(Order(), "T0 C0 X0 ");
+// The layer options with their three rules. A row with layers starts a new
+// list; one without goes on with the list the row before left. Box -1: not checked.
+TEST_F(LayerTest, OptionsAndTheirRules) {
+    const int INST = LAYER_OPT_INSTANCE, NEST = LAYER_OPT_NEST, SLIDE = LAYER_OPT_SLIDE;
+    struct Step {
+        const char* layers;
+        const char* current;
+        const char* target;
+        int option, result, box;
+        const char* after;
+    } steps[] = {
+        {"T0 X0 C0", "C", "T", NEST, 1, 0, "T0 C1 X0"},
+        {nullptr, "C", "X", SLIDE, 1, -1, "T0 C0 X0"},
+        // A moved layer leaves its children behind, one level up.
+        {"C0 K1 M2 T0", "C", "T", NEST, 1, -1, "K0 M1 T0 C1"},
+        {nullptr, "C", "K", SLIDE, 1, -1, "C0 K0 M1 T0"},
+        // Cancel and the current layer as target do nothing.
+        {"A0 B0", "A", "B", LAYER_OPT_CANCEL, 0, -1, "A0 B0"},
+        {nullptr, "A", "A", NEST, 0, -1, "A0 B0"},
+        {"A0 B0", "B", "A", INST, 1, 0, "A0>B B0"},
+        {nullptr, "B", "A", LAYER_OPT_DEL_INSTANCE, 1, -1, "A0 B0"},
+        // Rule 1: a nested current layer cannot be instanced, a BLOCK layer
+        // cannot be nested, though it may slide to a top-level layer.
+        {"P0 C1 T0", "C", "T", INST, 0, 1, "P0 C1 T0"},
+        {"B0 X0>B P0 Q1", "B", "Q", NEST, 0, 1, "B0 X0>B P0 Q1"},
+        {nullptr, "B", "Q", SLIDE, 0, 1, "B0 X0>B P0 Q1"},
+        {nullptr, "B", "P", SLIDE, 1, -1, "X0>B B0 P0 Q1"},
+        // Rule 2: blocks may not call each other, also through a child of
+        // the current layer.
+        {"A0>B A11 B0 B11", "A", "B1", INST, 0, 2, "A0>B A11 B0 B11"},
+        {"A0 A11>B B0 B11", "A", "B", INST, 0, 2, "A0 A11>B B0 B11"},
+        // Rule 3: nested under the layer it shows, C loses the link.
+        {"B0 X0 C0>B", "C", "B", NEST, 1, 3, "B0 C1 X0"},
+        // The sweep looks past siblings (S is not D's ancestor) to real ancestors.
+        {"R0 S1 P1 D2>S Z0", "Z", "S", INST, 1, 0, "R0 S1>Z P1 D2>S Z0"},
+        {"R0 S1>Z P1 D2>R Z0", "Z", "P", INST, 1, 3, "R0 S1>Z P1>Z D2 Z0"},
+    };
+    for (const Step& st : steps) {
+        SCOPED_TRACE(std::string(st.layers ? st.layers : "...") + " " + st.target);
+        if (st.layers) {
+            Scene_Clear();
+            Build(st.layers);
+        }
+        SetCurrent(st.current);
+        int box = -1;
+        EXPECT_EQ(Layer_ApplyOption(L(st.target), st.option, &box), st.result);
+        if (st.box >= 0) {
+            EXPECT_EQ(box, st.box);
+        }
+        EXPECT_EQ(Order(), st.after);
+    }
 }
 
-TEST_F(LayerTest, MovingLayerLeavesItsChildrenBehindOneLevelUp) {
-    Build({"C0", "K1", "M2", "T0"});
-    SetCurrent("C");
-    int box;
-    EXPECT_EQ(Layer_ApplyOption(L("T"), LAYER_OPT_NEST, &box), 1);
-    EXPECT_EQ(Order(), "K0 M1 T0 C1 ");
-    EXPECT_EQ(g.scene.First_Layer, L("K"));
-    SetCurrent("C");
-    EXPECT_EQ(Layer_ApplyOption(L("K"), LAYER_OPT_SLIDE, &box), 1);
-    EXPECT_EQ(Order(), "C0 K0 M1 T0 ");
-    EXPECT_EQ(g.scene.First_Layer, L("C"));
-}
-
-TEST_F(LayerTest, CancelAndSelfTargetDoNothing) {
-    Build({"A0", "B0"});
-    SetCurrent("A");
-    int box;
-    EXPECT_EQ(Layer_ApplyOption(L("B"), LAYER_OPT_CANCEL, &box), 0);
-    EXPECT_EQ(Layer_ApplyOption(L("A"), LAYER_OPT_NEST, &box), 0);
-    EXPECT_EQ(Order(), "A0 B0 ");
-}
-
-TEST_F(LayerTest, InstanceAndDeleteInstance) {
-    Build({"A0", "B0"});
-    SetCurrent("B");
-    int box;
-    EXPECT_EQ(Layer_ApplyOption(L("A"), LAYER_OPT_INSTANCE, &box), 1);
-    EXPECT_EQ(box, 0);
-    EXPECT_EQ(L("A")->instance, L("B"));
-    EXPECT_EQ(Layer_ApplyOption(L("A"), LAYER_OPT_DEL_INSTANCE, &box), 1);
-    EXPECT_EQ(L("A")->instance, nullptr);
-}
-
-TEST_F(LayerTest, Rule1NestedCurrentCannotBeInstanced) {
-    Build({"P0", "C1", "T0"});
-    SetCurrent("C");
-    int box;
-    EXPECT_EQ(Layer_ApplyOption(L("T"), LAYER_OPT_INSTANCE, &box), 0);
-    EXPECT_EQ(box, 1);
-    EXPECT_EQ(L("T")->instance, nullptr);
-}
-
-TEST_F(LayerTest, Rule1BlockLayerCannotBeNested) {
-    Build({"B0", "X0", "P0", "Q1"});
-    L("X")->instance = L("B");   // B is a BLOCK Layer
-    SetCurrent("B");
-    int box;
-    EXPECT_EQ(Layer_ApplyOption(L("Q"), LAYER_OPT_NEST, &box), 0);
-    EXPECT_EQ(box, 1);
-    EXPECT_EQ(Layer_ApplyOption(L("Q"), LAYER_OPT_SLIDE, &box), 0);
-    EXPECT_EQ(box, 1);
-    EXPECT_EQ(Order(), "B0 X0 P0 Q1 ");
-    // Sliding to a top-level layer is allowed.
-    EXPECT_EQ(Layer_ApplyOption(L("P"), LAYER_OPT_SLIDE, &box), 1);
-    EXPECT_EQ(Order(), "X0 B0 P0 Q1 ");
-}
-
-TEST_F(LayerTest, Rule2BlocksMayNotCallEachOther) {
-    // A instances B; making a layer of B's family an instance of A would loop.
-    Build({"A0", "A11", "B0", "B11"});
-    L("A")->instance = L("B");
-    SetCurrent("A");
-    const LayerErrorBox* expected = Layer_ErrorBox(2);
-    ASSERT_NE(expected, nullptr);
-    EXPECT_EQ(expected->columns, 39);
-    EXPECT_EQ(expected->rows, 8);
-    EXPECT_STREQ(expected->lines[2], "lead to an endless recusive loop.");
-    int box;
-    EXPECT_EQ(Layer_ApplyOption(L("B1"), LAYER_OPT_INSTANCE, &box), 0);
-    EXPECT_EQ(box, 2);
-    EXPECT_EQ(L("B1")->instance, nullptr);
-    // A child of the current layer that instances B's family also counts.
-    L("A")->instance = nullptr;
-    L("A1")->instance = L("B");
-    EXPECT_EQ(Layer_ApplyOption(L("B"), LAYER_OPT_INSTANCE, &box), 0);
-    EXPECT_EQ(box, 2);
-}
-
-TEST_F(LayerTest, Rule3InstanceOfOwnAncestorIsDropped) {
-    // C instances B, then is nested under B: B becomes its ancestor.
-    Build({"B0", "X0", "C0"});
-    L("C")->instance = L("B");
-    SetCurrent("C");
-    int box;
-    EXPECT_EQ(Layer_ApplyOption(L("B"), LAYER_OPT_NEST, &box), 1);
-    EXPECT_EQ(box, 3);
-    EXPECT_EQ(Order(), "B0 C1 X0 ");
-    EXPECT_EQ(L("C")->instance, nullptr);
+TEST_F(LayerTest, ErrorBoxes) {
+    const LayerErrorBox* two = Layer_ErrorBox(2);
+    ASSERT_NE(two, nullptr);
+    EXPECT_EQ(two->columns, 39);
+    EXPECT_EQ(two->rows, 8);
+    EXPECT_STREQ(two->lines[2], "lead to an endless recusive loop.");
     EXPECT_STREQ(Layer_ErrorBox(3)->lines[1], "contain an instance of it-self.");
     EXPECT_EQ(Layer_ErrorBox(1)->rows, 7);
     EXPECT_EQ(Layer_ErrorBox(4), nullptr);
-}
-
-TEST_F(LayerTest, Rule3SweepLooksPastSiblingsToRealAncestors) {
-    // D (level 2) under P (1) under R (0); S is P's sibling, not D's ancestor.
-    Build({"R0", "S1", "P1", "D2", "Z0"});
-    L("D")->instance = L("S");
-    SetCurrent("Z");
-    int box;
-    EXPECT_EQ(Layer_ApplyOption(L("S"), LAYER_OPT_INSTANCE, &box), 1);
-    EXPECT_EQ(box, 0);
-    EXPECT_EQ(L("D")->instance, L("S"));
-    EXPECT_EQ(L("S")->instance, L("Z"));
-
-    L("D")->instance = L("R");   // R is D's top-level ancestor
-    EXPECT_EQ(Layer_ApplyOption(L("P"), LAYER_OPT_INSTANCE, &box), 1);
-    EXPECT_EQ(box, 3);
-    EXPECT_EQ(L("D")->instance, nullptr);
-    EXPECT_EQ(L("P")->instance, L("Z"));
 }
 
 }  // namespace

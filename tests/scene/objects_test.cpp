@@ -1,4 +1,6 @@
 // Object nodes, kind records and point arrays, including allocation failure.
+#include <vector>
+
 #include "test_support.h"
 
 namespace {
@@ -12,37 +14,33 @@ class ObjectTest : public QmrTest {
     Layer* layer() { return g.scene.Current_Layer; }
 };
 
-TEST_F(ObjectTest, ListRunsFromNewestToOldest) {
+TEST_F(ObjectTest, ListRunsFromNewestToOldestAndUnlinks) {
     TriangleData t{};
     Object* a = Add_Triangle(&t);
     Object* b = Add_Triangle(&t);
     Object* c = Add_Triangle(&t);
-    EXPECT_EQ(layer()->first_object, c);
-    EXPECT_EQ(c->next, b);
-    EXPECT_EQ(b->next, a);
-    EXPECT_EQ(a->next, nullptr);
-    EXPECT_EQ(c->prev, nullptr);
-    EXPECT_EQ(b->prev, c);
-    EXPECT_EQ(a->prev, b);
     EXPECT_EQ(a->kind, KIND_TRIANGLE);
-}
-
-TEST_F(ObjectTest, UnlinkHeadMiddleAndOnly) {
-    TriangleData t{};
-    Object* a = Add_Triangle(&t);
-    Object* b = Add_Triangle(&t);
-    Object* c = Add_Triangle(&t);
-    auto erase = [&](Object* o) {
-        void* data = o->data;
-        Object_Unlink(o, layer());
+    const std::vector<Object*> order = {c, b, a};
+    Object* prev = nullptr;
+    Object* o = layer()->first_object;
+    for (Object* want : order) {
+        ASSERT_EQ(o, want);
+        EXPECT_EQ(o->prev, prev);
+        prev = o;
+        o = o->next;
+    }
+    EXPECT_EQ(o, nullptr);
+    auto erase = [&](Object* x) {
+        void* data = x->data;
+        Object_Unlink(x, layer());
         Mem_Free(data);
     };
-    erase(c);
+    erase(c);   // the head
     EXPECT_EQ(layer()->first_object, b);
     EXPECT_EQ(b->prev, nullptr);
-    erase(a);
+    erase(a);   // the tail
     EXPECT_EQ(b->next, nullptr);
-    erase(b);
+    erase(b);   // the only one
     EXPECT_EQ(layer()->first_object, nullptr);
 }
 
@@ -100,7 +98,7 @@ TEST_F(ObjectTest, PolylineCopyHasItsOwnPoints) {
     Object_Free(copy);
 }
 
-TEST_F(ObjectTest, InsertPointBounds) {
+TEST_F(ObjectTest, InsertAndDeletePointBoundsAndFailures) {
     PolylineData poly = Poly_Default();
     EXPECT_EQ(Poly_InsertPoint(&poly, {1, 0, 0}, 1), 0);   // count + 1
     EXPECT_EQ(poly.count, 0);
@@ -113,6 +111,15 @@ TEST_F(ObjectTest, InsertPointBounds) {
     EXPECT_EQ(poly.points[0].x, 1);
     EXPECT_EQ(poly.points[1].x, 2);
     EXPECT_EQ(poly.points[2].x, 3);
+    // Out of memory: the record is left as it was.
+    Point3* before = poly.points;
+    Mem_FailAfter(1);
+    EXPECT_EQ(Poly_InsertPoint(&poly, {9, 0, 0}, 0), 0);
+    Mem_FailAfter(1);
+    EXPECT_EQ(Poly_DeletePoint(&poly, 0), 0);
+    ASSERT_EQ(poly.count, 3);
+    EXPECT_EQ(poly.points, before);
+    EXPECT_EQ(poly.points[0].x, 1);
 
     EXPECT_EQ(Poly_DeletePoint(&poly, 3), 0);
     EXPECT_EQ(Poly_DeletePoint(&poly, -1), 0);
@@ -124,23 +131,6 @@ TEST_F(ObjectTest, InsertPointBounds) {
     EXPECT_EQ(Poly_DeletePoint(&poly, 0), 1);
     EXPECT_EQ(poly.count, 0);
     EXPECT_EQ(poly.points, nullptr);
-}
-
-TEST_F(ObjectTest, PointArrayFailuresLeaveRecordUnchanged) {
-    PolylineData poly = Poly_Default();
-    ASSERT_EQ(Poly_InsertPoint(&poly, {1, 0, 0}, 0), 1);
-    ASSERT_EQ(Poly_InsertPoint(&poly, {2, 0, 0}, 1), 1);
-    Point3* before = poly.points;
-    Mem_FailAfter(1);
-    EXPECT_EQ(Poly_InsertPoint(&poly, {3, 0, 0}, 0), 0);
-    EXPECT_EQ(poly.count, 2);
-    EXPECT_EQ(poly.points, before);
-    EXPECT_EQ(poly.points[0].x, 1);
-    Mem_FailAfter(1);
-    EXPECT_EQ(Poly_DeletePoint(&poly, 0), 0);
-    EXPECT_EQ(poly.count, 2);
-    EXPECT_EQ(poly.points[1].x, 2);
-    Mem_Free(poly.points);
 }
 
 TEST_F(ObjectTest, EveryAllocationFailureLeavesSceneUnchanged) {

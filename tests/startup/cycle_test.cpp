@@ -1,8 +1,6 @@
 // The first work file from the command line and the renaming of default scenes.
-#include <unistd.h>
 
-#include <cstdio>
-
+#include "e2e/process.h"
 #include "test_support.h"
 
 namespace {
@@ -50,10 +48,9 @@ TEST_F(CycleTest, MissingFileLeavesAnUntitledScene) {
 }
 
 TEST_F(CycleTest, LoadedSceneKeepsItsNameUntilNew) {
-    char work[] = "/tmp/qmrcycleXXXXXX";   // no "." before the file name
-    ASSERT_NE(mkdtemp(work), nullptr);
-    strcpy(g.config.WORK_DIR, work);
-    const std::string bridge = std::string(work) + "/bridge.qmr";
+    TempDir dir;   // no "." before the file name
+    const std::string work = dir.path(), bridge = dir.file("bridge.qmr");
+    strcpy(g.config.WORK_DIR, work.c_str());
     Layer_NewFirst();
     ASSERT_EQ(WorkFile_Save(bridge.c_str()), 1);
     Scene_Clear();
@@ -69,17 +66,10 @@ TEST_F(CycleTest, LoadedSceneKeepsItsNameUntilNew) {
     EXPECT_EQ(Startup_LoadWorkFile(), 0);
     std::string out = testing::internal::GetCapturedStdout();
     EXPECT_NE(out.find("\n<bridge> File Loaded!"), std::string::npos) << out;
-    EXPECT_NE(out.find("\nCan't Find File <" + std::string(work) + "/qmr.qmr>."), std::string::npos)
+    EXPECT_NE(out.find("\nCan't Find File <" + work + "/qmr.qmr>."), std::string::npos)
         << out;
     EXPECT_STREQ(g.run.workFileName, "untitled");
     EXPECT_STREQ(g.run.Scene_Name, "untitled");
-    remove(bridge.c_str());
-    rmdir(work);
-}
-
-TEST_F(CycleTest, SetFatalMessageAppendsNewline) {
-    EXPECT_STREQ(SetFatalMessage("Unable to setup first layer."), "Unable to setup first layer.\n");
-    EXPECT_STREQ(g.run.fatalMessage, "Unable to setup first layer.\n");
 }
 
 }  // namespace

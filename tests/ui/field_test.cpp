@@ -12,41 +12,32 @@ std::string Field(const char* line, int n) {
     return out;
 }
 
-TEST(GetFieldTest, NameAndFields) {
-    EXPECT_EQ(Field("NAME(a,b,c)", 0), "NAME");
-    EXPECT_EQ(Field("NAME(a,b,c)", 1), "a");
-    EXPECT_EQ(Field("NAME(a,b,c)", 2), "b");
-    EXPECT_EQ(Field("NAME(a,b,c)", 3), "c");
-    EXPECT_EQ(Field("NAME(a,b,c)", 4), "<none>");
-    EXPECT_EQ(Field("NAME", 0), "NAME");
-    EXPECT_EQ(Field("NAME", 1), "<none>");          // no "("
-    EXPECT_EQ(Field("NAME(a,b", 1), "<none>");      // no ")"
-}
-
-TEST(GetFieldTest, BlanksAndQuotes) {
-    EXPECT_EQ(Field("  ITEM ( \"Open  File\" , OPEN )", 0), "ITEM");
-    EXPECT_EQ(Field("  ITEM ( \"Open  File\" , OPEN )", 1), "Open  File");
-    EXPECT_EQ(Field("  ITEM ( \"Open  File\" , OPEN )", 2), "OPEN");
-    EXPECT_EQ(Field("X(\"a,b)\",c)", 1), "a,b)");   // separators inside quotes
-    EXPECT_EQ(Field("X(\"a,c)", 1), "<none>");      // quote never closed
-}
-
-TEST(GetFieldTest, Comments) {
-    EXPECT_EQ(Field("// a comment", 0), "<none>");
-    EXPECT_EQ(Field("   // indented", 0), "<none>");   // blanks go first
-    EXPECT_EQ(Field("A(x)// later", 1), "x");
-    EXPECT_EQ(Field("A(\"//x\")", 1), "//x");
-}
-
-TEST(GetFieldTest, EnvironmentExpansion) {
+// Field 0 is the name, then the fields between "(" and ")": blanks around
+// them skipped, separators inside quotes kept, "//" outside quotes a comment,
+// %NAME% and ~ expanded when set.
+TEST(GetFieldTest, NamesFieldsQuotesCommentsAndExpansion) {
     setenv("QMR_T_DIR", "/opt/q", 1);
     setenv("HOME", "/home/u", 1);
     unsetenv("QMR_T_NOPE");
-    EXPECT_EQ(Field("D(%QMR_T_DIR%/x)", 1), "/opt/q/x");
-    EXPECT_EQ(Field("D(~/work)", 1), "/home/u/work");
-    EXPECT_EQ(Field("D(%QMR_T_NOPE%/x)", 1), "%QMR_T_NOPE%/x");
-    EXPECT_EQ(Field("D(50%)", 1), "50%");
-    EXPECT_EQ(Field("D(%QMR_T_DIR%%QMR_T_DIR%)", 1), "/opt/q/opt/q");
+    const char* quoted = "  ITEM ( \"Open  File\" , OPEN )";
+    const struct {
+        const char* line;
+        int n;
+        const char* field;
+    } cases[] = {
+        {"NAME(a,b,c)", 0, "NAME"},   {"NAME(a,b,c)", 1, "a"},      {"NAME(a,b,c)", 2, "b"},
+        {"NAME(a,b,c)", 3, "c"},      {"NAME(a,b,c)", 4, "<none>"}, {"NAME", 0, "NAME"},
+        {"NAME", 1, "<none>"},        {"NAME(a,b", 1, "<none>"},    {quoted, 0, "ITEM"},
+        {quoted, 1, "Open  File"},    {quoted, 2, "OPEN"},          {"X(\"a,b)\",c)", 1, "a,b)"},
+        {"X(\"a,c)", 1, "<none>"},     {"// a comment", 0, "<none>"}, {"   // indented", 0, "<none>"},
+        {"A(x)// later", 1, "x"},     {"A(\"//x\")", 1, "//x"},
+        {"D(%QMR_T_DIR%/x)", 1, "/opt/q/x"},
+        {"D(~/work)", 1, "/home/u/work"},
+        {"D(%QMR_T_NOPE%/x)", 1, "%QMR_T_NOPE%/x"},
+        {"D(50%)", 1, "50%"},
+        {"D(%QMR_T_DIR%%QMR_T_DIR%)", 1, "/opt/q/opt/q"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Field(c.line, c.n), c.field) << c.line << " field " << c.n;
 }
 
 TEST(GetFieldTest, ExpansionIsBounded) {

@@ -170,10 +170,11 @@ std::vector<std::string> Lines(const std::string& path) {
     return out;
 }
 
-TEST(SupportFiles, EveryEntryResolvesAndEveryCodeHasAName) {
-    State_Reset();
+// Every entry of the installed files resolves, every code has a name, and
+// the menus load whole on a 640 x 480 screen.
+TEST_F(MenuTest, InstalledSupportFiles) {
     snprintf(g.config.SUPPORT_DIR, sizeof g.config.SUPPORT_DIR, "%s/support", QMR_SOURCE_DIR);
-    const std::string dir = g.config.SUPPORT_DIR;
+    const std::string support = g.config.SUPPORT_DIR;
     // Every command code the program knows, by group.
     std::vector<int> codes = {101, 102, 103, 104, 105, 106, 107, 108, 120, 121, 122, 150, 420, 501, 502,
                               503, 510, 511, 512, 802, 803, 804, 810, 801, 820, 951, 952, 953, 954, 955,
@@ -198,14 +199,14 @@ TEST(SupportFiles, EveryEntryResolvesAndEveryCodeHasAName) {
     // Every menu entry names a known command; every side MENU row an existing menu.
     std::set<int> reached, menus, targets;
     char field[FIELD_MAX], arg[FIELD_MAX];
-    for (const std::string& line : Lines(dir + "/main.mnu")) {
+    for (const std::string& line : Lines(support + "/main.mnu")) {
         if (!GetField(field, line.c_str(), 0) || !SameName(field, "ITEM")) continue;
         ASSERT_TRUE(GetField(arg, line.c_str(), 2)) << line;
         int code = Command_Lookup(arg);
         EXPECT_GT(code, 1) << line;
         reached.insert(code);
     }
-    for (const std::string& line : Lines(dir + "/side.mnu")) {
+    for (const std::string& line : Lines(support + "/side.mnu")) {
         if (!GetField(field, line.c_str(), 0)) continue;
         if (SameName(field, "SIDEMENU") && GetField(arg, line.c_str(), 1)) menus.insert(atoi(arg));
         if (SameName(field, "MENU") && GetField(arg, line.c_str(), 2)) targets.insert(atoi(arg));
@@ -220,14 +221,10 @@ TEST(SupportFiles, EveryEntryResolvesAndEveryCodeHasAName) {
     for (int m : {1000, 1010, 1512}) EXPECT_TRUE(menus.count(m)) << "menu " << m;
     for (int c : codes)   // 404 does nothing: a name is enough
         EXPECT_TRUE(c == 404 || reached.count(c)) << "code " << c << " is in no menu";
-    State_Reset();
-}
 
-TEST_F(MenuTest, InstalledMenusLoadAndFitA640Screen) {
-    snprintf(g.config.SUPPORT_DIR, sizeof g.config.SUPPORT_DIR, "%s/support", QMR_SOURCE_DIR);
-    ASSERT_EQ(MenuBar_Load(&g.menus.bar, (std::string(g.config.SUPPORT_DIR) + "/main.mnu").c_str()), 1);
+    ASSERT_EQ(MenuBar_Load(&g.menus.bar, (support + "/main.mnu").c_str()), 1);
     int popups = 0, items = 0, loaded = 0;
-    for (const std::string& line : Lines(std::string(g.config.SUPPORT_DIR) + "/main.mnu")) {
+    for (const std::string& line : Lines(support + "/main.mnu")) {
         popups += line.rfind("POPUP", 0) == 0;
         items += line.rfind("ITEM", 0) == 0;
     }

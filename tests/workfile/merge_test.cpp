@@ -8,10 +8,9 @@
 
 namespace {
 
-class Merge : public QmrTest {};
+class Merge : public WorkFileTest {};
 
 TEST_F(Merge, LayersAreAppendedAndLinksCountAfterTheExistingOnes) {
-    TempDir dir;
     // The file: two layers, the first showing the second; current layer 1.
     Layer_NewFirst();
     strcpy(g.scene.First_Layer->name, "M1");
@@ -47,7 +46,6 @@ TEST_F(Merge, LayersAreAppendedAndLinksCountAfterTheExistingOnes) {
 }
 
 TEST_F(Merge, MissingFileFailsSilentlyAndCutFileKeepsTheMergedPart) {
-    TempDir dir;
     std::string out = Captured([&] { EXPECT_EQ(WorkFile_Merge(dir.file("no.qmr").c_str()), 0); });
     EXPECT_EQ(out, "");
     Bytes b = Magic210();

@@ -17,27 +17,13 @@ namespace {
 std::string DumpSettings() {
     std::ostringstream o;
     o.precision(17);
-    const AidsState& a = g.aids;
-    o << a.orthoOn << a.blipsOn << a.coordsMode << " " << g.shade.Shade_Type
-      << g.shade.Shade_Edge_Color << g.scene.Default_No_shadow << g.scene.Default_Smooth
-      << a.Input_Line_Option << a.Auto_Regen << a.Auto_Redraw << a.Auto_Deselect
-      << a.Erase_No_Confirm << a.Auto_Seg << " " << a.Seg_Value << " "
-      << g.render.Write_Render_Bat << g.render.Reload_After_Render << g.pov.Overwrite_Pov
-      << g.pov.Export_Before_Render << " layout " << g.view.Viewport_Layout << "\n";
-    const RenderSettings& r = g.render;
+    for (const IntSetting& s : KeptIntSettings()) o << *s.field << " ";
     const PovSettings& p = g.pov;
-    o << r.Extra_Options << "|" << p.Max_Trace_Level << " " << p.Max_Intersections << " "
-      << p.Fog_On << " " << p.Fog_Distance << " " << p.Fog_Color.x << p.Fog_Color.y
-      << p.Fog_Color.z << " " << p.Background_On << " " << p.Background_Color.x
-      << p.Background_Color.y << p.Background_Color.z << " " << r.Palette_Type << " "
-      << r.Display_Type << " " << r.Render_Display << " " << r.Spare_Int12 << " "
-      << r.Render_Verbose << " " << r.Render_Width << "x" << r.Render_Height << " "
-      << r.Render_Partial << " " << r.Start_Row << r.Start_Col << r.End_Row << " "
-      << r.Render_Quality << r.Render_Abort << r.Render_Pause << r.Render_Continue << " "
-      << r.Output_Type << " " << r.Buffer_Size << " " << r.Max_Symbols << " " << r.Bounding_On
-      << r.Bounding_Threshold << " " << r.Antialias_On << r.Antialias_Depth << " "
-      << r.Antialias_Threshold << " " << r.Spare_Int32 << " " << r.Antialias_Jitter << " "
-      << r.Spare_Double34 << "\n";
+    const RenderSettings& r = g.render;
+    o << r.Extra_Options << "|" << p.Fog_Distance << " " << p.Fog_Color.x << p.Fog_Color.y
+      << p.Fog_Color.z << " " << p.Background_Color.x << p.Background_Color.y
+      << p.Background_Color.z << " " << r.Antialias_Threshold << " " << r.Antialias_Jitter << " "
+      << r.Spare_Double34 << " layout " << g.view.Viewport_Layout;
     return o.str();
 }
 
@@ -58,10 +44,9 @@ std::string DumpView(const Viewport& v) {
     return o.str();
 }
 
-class WorkFileRoundTrip : public QmrTest {};
+class WorkFileRoundTrip : public WorkFileTest {};
 
 TEST_F(WorkFileRoundTrip, SaveThenLoadGivesTheSceneBack) {
-    TempDir dir;
     BuildSampleScene();
     std::string scene = DumpScene(), settings = DumpSettings();
     Views_StoreActive();
@@ -95,7 +80,6 @@ TEST_F(WorkFileRoundTrip, SaveThenLoadGivesTheSceneBack) {
 }
 
 TEST_F(WorkFileRoundTrip, FileStartsWithMagicThenSettingsAndEndsWithEndTag) {
-    TempDir dir;
     Layer_NewFirst();
     ASSERT_EQ(WorkFile_Save(dir.file("a.qmr").c_str()), 1);
     std::string s = ReadFile(dir.file("a.qmr"));
@@ -110,7 +94,6 @@ TEST_F(WorkFileRoundTrip, FileStartsWithMagicThenSettingsAndEndsWithEndTag) {
 }
 
 TEST_F(WorkFileRoundTrip, MeshSizesAboveOneByteComeBackNegative) {
-    TempDir dir;
     Layer_NewFirst();
     PolylineData p = Poly_Default();
     Point3 pt{1, 2, 3};
@@ -128,7 +111,6 @@ TEST_F(WorkFileRoundTrip, MeshSizesAboveOneByteComeBackNegative) {
 }
 
 TEST_F(WorkFileRoundTrip, EmptyNameFailsAtOnceAndTemporaryNameReplacesFirstCharacter) {
-    TempDir dir;
     Layer_NewFirst();
     EXPECT_EQ(WorkFile_Save((dir.path() + "/.qmr").c_str()), 0);
     EXPECT_EQ(WorkFile_Save((dir.path() + "/").c_str()), 0);
@@ -148,7 +130,6 @@ TEST_F(WorkFileRoundTrip, EmptyNameFailsAtOnceAndTemporaryNameReplacesFirstChara
 // The save runs in a child whose file-size limit makes writes fail; the
 // child reports the result and whether the message appeared.
 TEST_F(WorkFileRoundTrip, FailedWriteKeepsTheOldFileAndRemovesTheTemporary) {
-    TempDir dir;
     std::string path = dir.file("scene.qmr");
     WriteFile(path, "old contents");
     BuildSampleScene();
@@ -174,7 +155,6 @@ TEST_F(WorkFileRoundTrip, FailedWriteKeepsTheOldFileAndRemovesTheTemporary) {
 }
 
 TEST_F(WorkFileRoundTrip, LoadOfMissingOrForeignFileLeavesTheSceneAlone) {
-    TempDir dir;
     BuildSampleScene();
     std::string before = DumpScene();
     EXPECT_EQ(WorkFile_Load(dir.file("none.qmr").c_str()), 0);

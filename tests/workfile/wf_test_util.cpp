@@ -26,8 +26,36 @@ int PositionOf(const Layer* l) {
     return 0;
 }
 
+const std::vector<IntSetting>& KeptIntSettings() {
+    static const std::vector<IntSetting> table = {
+        {&g.aids.orthoOn, 1},           {&g.aids.blipsOn, 1},
+        {&g.aids.coordsMode, 3},        {&g.shade.Shade_Type, 1},
+        {&g.shade.Shade_Edge_Color, 1}, {&g.scene.Default_No_shadow, 1},
+        {&g.scene.Default_Smooth, 1},   {&g.aids.Input_Line_Option, 0},
+        {&g.aids.Auto_Regen, 0},        {&g.aids.Auto_Redraw, 1},
+        {&g.aids.Auto_Deselect, 0},     {&g.aids.Erase_No_Confirm, 1},
+        {&g.aids.Auto_Seg, 1},          {&g.aids.Seg_Value, 17},
+        {&g.render.Write_Render_Bat, 1}, {&g.render.Reload_After_Render, 1},
+        {&g.pov.Overwrite_Pov, 1},      {&g.pov.Export_Before_Render, 0},
+        {&g.pov.Max_Trace_Level, 7},    {&g.pov.Max_Intersections, 64},
+        {&g.pov.Fog_On, 1},             {&g.pov.Background_On, 1},
+        {&g.render.Palette_Type, 2},    {&g.render.Display_Type, 12},
+        {&g.render.Render_Display, 0},  {&g.render.Spare_Int12, 42},
+        {&g.render.Render_Verbose, 1},  {&g.render.Render_Width, 640},
+        {&g.render.Render_Height, 480}, {&g.render.Render_Partial, 1},
+        {&g.render.Start_Row, 5},       {&g.render.Start_Col, 6},
+        {&g.render.End_Row, 7},         {&g.render.Render_Quality, 3},
+        {&g.render.Render_Abort, 0},    {&g.render.Render_Pause, 0},
+        {&g.render.Render_Continue, 1}, {&g.render.Output_Type, 4},
+        {&g.render.Buffer_Size, 30},    {&g.render.Max_Symbols, 2000},
+        {&g.render.Bounding_On, 0},     {&g.render.Bounding_Threshold, 9},
+        {&g.render.Antialias_On, 1},    {&g.render.Antialias_Depth, 3},
+        {&g.render.Spare_Int32, -8},
+    };
+    return table;
+}
+
 void BuildSampleScene() {
-    g.scene.Default_Smooth = 1;
     Layer* a = Layer_Append();
     strcpy(a->name, "Walls");
     strcpy(a->texture, "Red_Marble");
@@ -99,56 +127,12 @@ void BuildSampleScene() {
     c->instance = a;
     g.scene.Current_Layer = b;
 
-    g.aids.orthoOn = 1;
-    g.aids.blipsOn = 1;
-    g.aids.coordsMode = 3;
-    g.shade.Shade_Type = 1;
-    g.shade.Shade_Edge_Color = 1;
-    g.scene.Default_No_shadow = 1;
-    g.aids.Input_Line_Option = 0;
-    g.aids.Auto_Regen = 0;
-    g.aids.Auto_Redraw = 1;
-    g.aids.Auto_Deselect = 0;
-    g.aids.Erase_No_Confirm = 1;
-    g.aids.Auto_Seg = 1;
-    g.aids.Seg_Value = 17;
-    g.render.Write_Render_Bat = 1;
-    g.render.Reload_After_Render = 1;
-    g.pov.Overwrite_Pov = 1;
-    g.pov.Export_Before_Render = 0;
-
+    for (const IntSetting& s : KeptIntSettings()) *s.field = s.sample;
     strcpy(g.render.Extra_Options, "+L/povray/include");
-    g.pov.Max_Trace_Level = 7;
-    g.pov.Max_Intersections = 64;
-    g.pov.Fog_On = 1;
     g.pov.Fog_Distance = 55.5;
     g.pov.Fog_Color = {0.1, 0.2, 0.3};
-    g.pov.Background_On = 1;
     g.pov.Background_Color = {0.4, 0.5, 0.6};
-    g.render.Palette_Type = 2;
-    g.render.Display_Type = 12;
-    g.render.Render_Display = 0;
-    g.render.Spare_Int12 = 42;
-    g.render.Render_Verbose = 1;
-    g.render.Render_Width = 640;
-    g.render.Render_Height = 480;
-    g.render.Render_Partial = 1;
-    g.render.Start_Row = 5;
-    g.render.Start_Col = 6;
-    g.render.End_Row = 7;
-    g.render.Render_Quality = 3;
-    g.render.Render_Abort = 0;
-    g.render.Render_Pause = 0;
-    g.render.Render_Continue = 1;
-    g.render.Output_Type = 4;
-    g.render.Buffer_Size = 30;
-    g.render.Max_Symbols = 2000;
-    g.render.Bounding_On = 0;
-    g.render.Bounding_Threshold = 9;
-    g.render.Antialias_On = 1;
-    g.render.Antialias_Depth = 3;
     g.render.Antialias_Threshold = 0.1;
-    g.render.Spare_Int32 = -8;
     g.render.Antialias_Jitter = 0.5;
     g.render.Spare_Double34 = 2.25;
 
@@ -191,6 +175,54 @@ void P(std::ostringstream& o, const char* what, const Point3& p) {
 
 }  // namespace
 
+std::string ObjectFields(const Object* ob) {
+    std::ostringstream o;
+    o.precision(17);
+    switch (ob->kind) {
+        case KIND_POLYLINE: {
+            auto* p = static_cast<PolylineData*>(ob->data);
+            o << "form " << p->form << " ";
+            P(o, "p1", p->param1);
+            P(o, "p2", p->param2);
+            o << "angle " << p->angle << " pf " << int(p->poly_flags) << " seg "
+              << p->segments << " m " << p->size_m << " n " << p->size_n << " count "
+              << p->count << " ";
+            for (int i = 0; i < p->count; i++) P(o, "pt", p->points[i]);
+            break;
+        }
+        case KIND_TRIANGLE:
+            for (auto& c : static_cast<TriangleData*>(ob->data)->corner) P(o, "c", c);
+            break;
+        case KIND_3DFACE:
+            for (auto& c : static_cast<FaceData*>(ob->data)->corner) P(o, "c", c);
+            break;
+        case KIND_PRIMITIVE: {
+            auto* p = static_cast<PrimitiveData*>(ob->data);
+            o << "file '" << p->file << "' hf " << p->hf_type << " ";
+            P(o, "t", p->translate);
+            P(o, "size", p->size);
+            P(o, "s", p->scale);
+            P(o, "r", p->rotate);
+            o << "aux " << p->prim_aux << " type " << p->prim_type << " p " << p->p1
+              << "," << p->p2 << "," << p->p3 << " pf " << int(p->prim_flags);
+            break;
+        }
+        case KIND_LIGHT: {
+            auto* l2 = static_cast<LightData*>(ob->data);
+            o << "lf " << int(l2->light_flags) << " ";
+            P(o, "pos", l2->position);
+            P(o, "col", l2->color);
+            o << "seg " << l2->light_segments << " n " << l2->area_n1 << ","
+              << l2->area_n2 << " ad " << l2->adaptive << " hw " << l2->area_height
+              << "," << l2->area_width << " ";
+            P(o, "at", l2->point_at);
+            o << "rf " << l2->radius << "," << l2->falloff << " tight " << l2->tightness;
+            break;
+        }
+    }
+    return o.str();
+}
+
 std::string DumpScene() {
     std::ostringstream o;
     o.precision(17);
@@ -209,48 +241,7 @@ std::string DumpScene() {
         for (Object* ob : ObjectsOf(l)) {
             o << "  obj kind " << int(ob->kind) << " tex '" << ob->texture << "' flags "
               << int(ob->flags) << " sel " << int(ob->selected) << ": ";
-            switch (ob->kind) {
-                case KIND_POLYLINE: {
-                    auto* p = static_cast<PolylineData*>(ob->data);
-                    o << "form " << p->form << " ";
-                    P(o, "p1", p->param1);
-                    P(o, "p2", p->param2);
-                    o << "angle " << p->angle << " pf " << int(p->poly_flags) << " seg "
-                      << p->segments << " m " << p->size_m << " n " << p->size_n << " count "
-                      << p->count << " ";
-                    for (int i = 0; i < p->count; i++) P(o, "pt", p->points[i]);
-                    break;
-                }
-                case KIND_TRIANGLE:
-                    for (auto& c : static_cast<TriangleData*>(ob->data)->corner) P(o, "c", c);
-                    break;
-                case KIND_3DFACE:
-                    for (auto& c : static_cast<FaceData*>(ob->data)->corner) P(o, "c", c);
-                    break;
-                case KIND_PRIMITIVE: {
-                    auto* p = static_cast<PrimitiveData*>(ob->data);
-                    o << "file '" << p->file << "' hf " << p->hf_type << " ";
-                    P(o, "t", p->translate);
-                    P(o, "size", p->size);
-                    P(o, "s", p->scale);
-                    P(o, "r", p->rotate);
-                    o << "aux " << p->prim_aux << " type " << p->prim_type << " p " << p->p1
-                      << "," << p->p2 << "," << p->p3 << " pf " << int(p->prim_flags);
-                    break;
-                }
-                case KIND_LIGHT: {
-                    auto* l2 = static_cast<LightData*>(ob->data);
-                    o << "lf " << int(l2->light_flags) << " ";
-                    P(o, "pos", l2->position);
-                    P(o, "col", l2->color);
-                    o << "seg " << l2->light_segments << " n " << l2->area_n1 << ","
-                      << l2->area_n2 << " ad " << l2->adaptive << " hw " << l2->area_height
-                      << "," << l2->area_width << " ";
-                    P(o, "at", l2->point_at);
-                    o << "rf " << l2->radius << "," << l2->falloff << " tight " << l2->tightness;
-                    break;
-                }
-            }
+            o << ObjectFields(ob);
             o << "\n";
         }
     }

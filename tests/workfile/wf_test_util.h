@@ -8,6 +8,8 @@
 
 #include "e2e/process.h"
 #include "state.h"
+#include "test_support.h"
+#include "workfile/workfile.h"
 
 // Little-endian bytes, built field by field from the documented layout.
 struct Bytes {
@@ -51,11 +53,17 @@ int PositionOf(const Layer* l);   // 1-based, 0 when not in the list
 // changes settings, output options and the stored viewports.
 void BuildSampleScene();
 
-// Everything a save keeps, compared with the scene now loaded.
-struct SceneSnapshot {
-    std::string dump;
+// The int settings a work file keeps, with the value the sample scene gives each.
+struct IntSetting {
+    int* field;
+    int sample;
 };
+const std::vector<IntSetting>& KeptIntSettings();
+
+// The layers and objects with every field a save keeps, as text; the fields
+// of one object's kind record alone.
 std::string DumpScene();
+std::string ObjectFields(const Object* ob);
 
 // Structural validity: list links, Current_Layer in the list, instances in
 // the list and not looping, object lists consistent, point arrays sized.
@@ -69,3 +77,17 @@ std::string Captured(Fn fn) {
     fn();
     return testing::internal::GetCapturedStdout();
 }
+
+// A fresh state and a temporary directory to load files from.
+class WorkFileTest : public QmrTest {
+  protected:
+    TempDir dir;
+    // Writes the bytes to t.qmr and loads it; *out gets what the load printed.
+    int Load(const std::string& bytes, std::string* out = nullptr) {
+        WriteFile(dir.file("t.qmr"), bytes);
+        int r = -1;
+        std::string printed = Captured([&] { r = WorkFile_Load(dir.file("t.qmr").c_str()); });
+        if (out) *out = printed;
+        return r;
+    }
+};

@@ -1,0 +1,77 @@
+// program_fixture.h - the built program run from outside under a temporary
+// installation: configuration, display, and keys typed into its window.
+#pragma once
+#include <filesystem>
+#include <memory>
+
+#include "e2e/process.h"
+#include "test_support.h"
+
+const char kBanner[] = "\"Quillmoor Sculptor\" version 2.10-X11-pl2, Jan  8 1996\n\n";
+
+class ProgramTest : public QmrTest {
+  protected:
+    // An installation under a temporary root: main, work, support, scenes.
+    void SetUp() override {
+        QmrTest::SetUp();
+        namespace fs = std::filesystem;
+        for (const char* d : {"qmr", "qmr/work", "qmr/support", "pov", "pov/scenes", "home", "cwd"})
+            fs::create_directories(root.file(d));
+        for (const auto& e : fs::directory_iterator(QMR_SOURCE_DIR "/support"))
+            fs::copy(e.path(), root.file("qmr/support") / e.path().filename(),
+                     fs::copy_options::recursive);
+        opt.clear_env = true;
+        opt.cwd = root.file("cwd");
+        opt.env["HOME"] = root.file("home");
+        opt.env["PATH"] = getenv("PATH") ? getenv("PATH") : "/usr/bin:/bin";
+        opt.env["QMR_TRANSCRIPT"] = "/dev/stdout";   // messages of the window, in order
+    }
+
+    // A configuration naming the test installation, with `extra` lines in [DIRECTORIES].
+    std::string Config(const std::string& extra = "") {
+        return "[DIRECTORIES]\nqmrmain = " + root.file("qmr") + "\nqmrwork = " + root.file("qmr/work") +
+               "\nsupport = " + root.file("qmr/support") + "\npovray = " + root.file("pov") +
+               "\nscenes = " + root.file("pov/scenes") + "\npov_out = " + root.file("pov/scenes") +
+               "\n" + extra + "[END]\n";
+    }
+
+    // Runs the program until it leaves (a display is provided when asked for).
+    RunResult Run(std::vector<std::string> args = {}, bool display = false) {
+        std::unique_ptr<XvfbServer> x;
+        if (display) {
+            x = std::make_unique<XvfbServer>();
+            EXPECT_TRUE(x->ok()) << "Xvfb did not start";
+            opt.env["DISPLAY"] = x->display();
+            for (RunOptions::Action& a : opt.actions)   // typing goes to this server
+                if (size_t at = a.command.find("@DISPLAY@"); at != std::string::npos)
+                    a.command.replace(at, 9, x->display());
+        }
+        args.insert(args.begin(), QMR_BINARY);
+        return RunProcess(args, opt);
+    }
+
+    // Types `keys` into the program's window once `when` has appeared in its
+    // output; "\n" in keys is the Return key. Needs the display of Run(..., true).
+    void TypeWhen(const std::string& when, const std::string& keys) {
+        std::string cmd = "xdotool search --sync --name 'Quillmoor Sculptor' windowfocus --sync >/dev/null 2>&1;"
+                          " xdotool mousemove 300 200;";
+        std::string word;
+        auto flush = [&]() {
+            if (!word.empty()) cmd += " xdotool type --delay 20 '" + word + "';";
+            word.clear();
+        };
+        for (char c : keys) {
+            if (c == '\n') {
+                flush();
+                cmd += " xdotool key Return;";
+            } else {
+                word += c;
+            }
+        }
+        flush();
+        opt.actions.push_back({when, "DISPLAY=@DISPLAY@ sh -c \"" + cmd + "\""});
+    }
+
+    TempDir root;
+    RunOptions opt;
+};
