@@ -14,46 +14,28 @@
 
 namespace {
 
-RunOptions DriverOptions(const std::string& display) {
+RunOptions OnDisplay(const std::string& display, double timeout = 20) {
     RunOptions o;
     o.env["DISPLAY"] = display;
-    o.timeout_s = 60;
+    o.timeout_s = timeout;
     return o;
 }
 
 RunResult Driver(const std::vector<std::string>& args, const std::string& display) {
     std::vector<std::string> argv = {QMR_X11_DRIVER};
     argv.insert(argv.end(), args.begin(), args.end());
-    return RunProcess(argv, DriverOptions(display));
+    return RunProcess(argv, OnDisplay(display, 60));
 }
 
 RunResult Tool(const std::vector<std::string>& argv, const std::string& display) {
-    RunOptions o;
-    o.env["DISPLAY"] = display;
-    return RunProcess(argv, o);
+    return RunProcess(argv, OnDisplay(display));
 }
 
-// The PPM body: after "P6", width, height and maximum, which may be
-// separated by comment lines (ImageMagick writes one).
-std::string PpmPixels(const std::string& ppm) {
-    size_t pos = 0;
-    for (int field = 0; field < 4; field++) {
-        for (;;) {
-            while (pos < ppm.size() && isspace((unsigned char)ppm[pos])) pos++;
-            if (pos < ppm.size() && ppm[pos] == '#') pos = ppm.find('\n', pos);
-            else break;
-        }
-        while (pos < ppm.size() && !isspace((unsigned char)ppm[pos])) pos++;
-    }
-    return pos < ppm.size() ? ppm.substr(pos + 1) : "";
-}
-
-// Screenshot of the root window as a PPM, through xwd and ImageMagick.
-std::string Screenshot(const std::string& display, const TempDir& tmp, const char* png = nullptr) {
+// Screenshot of the root window as raw RGB bytes, through xwd and ImageMagick.
+std::string Screenshot(const std::string& display, const TempDir& tmp) {
     Tool({"sh", "-c", "xwd -root -silent > " + tmp.file("s.xwd")}, display);
-    Tool({"convert", "xwd:" + tmp.file("s.xwd"), "ppm:" + tmp.file("s.ppm")}, display);
-    if (png) Tool({"convert", "xwd:" + tmp.file("s.xwd"), png}, display);
-    return ReadFile(tmp.file("s.ppm"));
+    Tool({"convert", "xwd:" + tmp.file("s.xwd"), "-depth", "8", "rgb:" + tmp.file("s.rgb")}, display);
+    return ReadFile(tmp.file("s.rgb"));
 }
 
 bool WaitForWindow(const std::string& display) {
@@ -96,10 +78,10 @@ TEST(X11NoServer, CannotConnect) {
 }
 
 TEST_F(X11Test, SameFrameAsHeadless) {
-    RunResult r = Driver({"draw", "18", tmp.file("x.ppm")}, xvfb.display());
+    RunResult r = Driver({"draw", "18", tmp.file("x.rgb")}, xvfb.display());
     ASSERT_EQ(r.status, 0) << r.out;
     EXPECT_EQ(r.out, "cell 8 size 640 480\n");
-    std::string x11 = PpmPixels(ReadFile(tmp.file("x.ppm")));
+    std::string x11 = ReadFile(tmp.file("x.rgb"));
     std::string hl = HeadlessScriptRgb();
     ASSERT_EQ(x11.size(), hl.size());
     int differ = 0, first = -1;
@@ -109,13 +91,10 @@ TEST_F(X11Test, SameFrameAsHeadless) {
 }
 
 TEST_F(X11Test, ModeSizesAndPalette) {
-    RunResult r = Driver({"draw", "258", tmp.file("m.ppm")}, xvfb.display());
-    EXPECT_EQ(r.out, "cell 8 size 800 600\n");
-    r = Driver({"draw", "256", tmp.file("m.ppm")}, xvfb.display());
-    EXPECT_EQ(r.out, "cell 8 size 640 480\n");
+    EXPECT_EQ(Driver({"draw", "258", tmp.file("m.rgb")}, xvfb.display()).out, "cell 8 size 800 600\n");
+    EXPECT_EQ(Driver({"draw", "256", tmp.file("m.rgb")}, xvfb.display()).out, "cell 8 size 640 480\n");
     // The frame is not drawn in this mode: the pixmap is the window's white.
-    std::string px = PpmPixels(ReadFile(tmp.file("m.ppm")));
-    EXPECT_EQ((unsigned char)px[0], 255);
+    EXPECT_EQ((unsigned char)ReadFile(tmp.file("m.rgb"))[0], 255);
 }
 
 // A server whose font path is an empty directory has only its built-in
@@ -125,13 +104,13 @@ TEST(X11Font, FallsBackToFixed) {
     XvfbServer bare("640x480x24", {"-fp", fonts.path()});
     if (!bare.ok()) GTEST_SKIP() << "Xvfb did not start";
     TempDir tmp;
-    RunResult r = Driver({"draw", "18", tmp.file("f.ppm")}, bare.display());
+    RunResult r = Driver({"draw", "18", tmp.file("f.rgb")}, bare.display());
     EXPECT_EQ(r.status, 0) << r.out;
     EXPECT_EQ(r.out, "cell 6 size 640 480\n");
 }
 
 TEST_F(X11Test, ExposureIsRepairedFromThePixmap) {
-    BackgroundRun show({QMR_X11_DRIVER, "show", "60"}, DriverOptions(xvfb.display()));
+    BackgroundRun show({QMR_X11_DRIVER, "show", "60"}, OnDisplay(xvfb.display(), 60));
     ASSERT_TRUE(WaitForWindow(xvfb.display())) << show.Finish().out;
     Driver({"cover", "0.5"}, xvfb.display());
     std::string hl = HeadlessScriptRgb();
@@ -141,7 +120,7 @@ TEST_F(X11Test, ExposureIsRepairedFromThePixmap) {
     int differ = -1;
     for (int attempt = 0; attempt < 100 && differ != 0; attempt++) {
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
-        std::string shot = PpmPixels(Screenshot(xvfb.display(), tmp));
+        std::string shot = Screenshot(xvfb.display(), tmp);
         if (shot.size() < (size_t)rootW * 481 * 3) continue;
         differ = 0;
         for (int y = 0; y < 480; y++)
@@ -154,7 +133,7 @@ TEST_F(X11Test, ExposureIsRepairedFromThePixmap) {
 }
 
 TEST_F(X11Test, KeysMouseAndChildReaping) {
-    BackgroundRun run({QMR_X11_DRIVER, "events", "30"}, DriverOptions(xvfb.display()));
+    BackgroundRun run({QMR_X11_DRIVER, "events", "30"}, OnDisplay(xvfb.display(), 60));
     ASSERT_TRUE(WaitForWindow(xvfb.display())) << run.Finish().out;
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
     const std::string d = xvfb.display();
