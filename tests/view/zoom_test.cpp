@@ -37,6 +37,7 @@ class Zoom : public HeadlessTest {
     }
 };
 
+// Each slot's stack starts afresh from its own view.
 TEST_F(Zoom, UnzoomAfterALayoutChangeHasOneNode) {
     Views_SetLayout(6, 0);
     for (int slot = 1; slot <= 4; slot++) EXPECT_EQ(Zoom_Depth(slot), 1) << slot;
@@ -44,20 +45,16 @@ TEST_F(Zoom, UnzoomAfterALayoutChangeHasOneNode) {
     Com_Unzoom();
     EXPECT_EQ(Headless_Transcript(), "\nNo previouse Zoom settings.");
     EXPECT_EQ(Depth(), 1);
-    Zoom_FreeAll();
-    Headless_ClearTranscript();
-    Com_Unzoom();
-    EXPECT_EQ(Headless_Transcript(), "\nNo previouse Zoom settings!");
-}
-
-TEST_F(Zoom, EachSlotStartsFromItsOwnView) {
-    Views_SetLayout(6, 0);
     Views_SelectSlot(3);
     View_SetArea(vp, 3);
     Views_SelectSlot(1);
     Zoom_ResetAll();
     EXPECT_EQ(g.view.zoom_first[3]->AREA, 3);
     EXPECT_EQ(g.view.zoom_first[1]->AREA, 10);
+    Zoom_FreeAll();
+    Headless_ClearTranscript();
+    Com_Unzoom();
+    EXPECT_EQ(Headless_Transcript(), "\nNo previouse Zoom settings!");
 }
 
 // aspect = 319 / 209 = 1.526: the wider side of the window decides.
@@ -75,13 +72,11 @@ TEST_F(Zoom, WindowTakesTheWiderSide) {
     View_ZoomWindow({0, 0, 0}, {2, 0, 8});
     EXPECT_NEAR(vp->AREA, 4.5 / (319.0 / 209.0), 1e-12);
     EXPECT_EQ(Depth(), 4);
-}
-
-// A turned view measures the window as it appears on the screen.
-TEST_F(Zoom, WorldViewMeasuresTheWindowOnTheScreen) {
+    // A turned view measures the window as it appears on the screen: turned
+    // by 90 degrees, a horizontal pair in the plane stands upright.
+    View_SetKind(vp, VIEW_TOP);
     vp->WORLD = 1;
     View_SetHeading(vp, 90);
-    // Turned by 90 degrees, a horizontal pair in the plane stands upright.
     View_ZoomWindow({-3, 0, 0}, {3, 0, 0});
     EXPECT_NEAR(vp->AREA, 3, 1e-9);
 }
@@ -186,9 +181,8 @@ TEST_F(Zoom, ViewKindCommands) {
     Com_ToggleWorld();
     EXPECT_EQ(vp->WORLD, 1);
     EXPECT_EQ(Headless_ReadText(5, 20, 11, g.config.colors.view_text), "WORLD [TOP]");
-}
-
-TEST_F(Zoom, ThreeDViewNeedsACamera) {
+    // The 3D view needs a camera.
+    Headless_ClearTranscript();
     Com_View3D();
     EXPECT_EQ(Headless_Transcript(), "Camera Not Defined!");
     EXPECT_EQ(vp->VIEW, VIEW_TOP);
@@ -244,17 +238,13 @@ TEST_F(Zoom, ClickSwitchesTheViewport) {
     EXPECT_EQ(vp->AREA, 6);
 }
 
-// --- drag ---
-
-TEST_F(Zoom, DragButtonsNeedControl) {
+// Ctrl with the left, right or middle button pans, zooms or turns. The
+// pointer starts at the screen centre (320, 240); 20.9 pixels a unit.
+TEST_F(Zoom, DragPansZoomsAndTurns) {
     EXPECT_EQ(View_DragBits(MOUSE_LEFT, 0), 0);
     EXPECT_EQ(View_DragBits(MOUSE_LEFT, SHIFT_CTRL), 8);
     EXPECT_EQ(View_DragBits(MOUSE_RIGHT, SHIFT_CTRL), 4);
     EXPECT_EQ(View_DragBits(MOUSE_MIDDLE, SHIFT_CTRL), 2);
-}
-
-// The pointer starts at the screen centre (320, 240); 20.9 pixels a unit.
-TEST_F(Zoom, DragPansZoomsAndTurns) {
     Drag(MOUSE_LEFT, 8, 362, 240);
     EXPECT_NEAR(View_GetCentre(vp).x, -42 / 20.9, 1e-9);   // the scene follows the mouse
     EXPECT_EQ(Depth(), 2);
