@@ -41,11 +41,6 @@ TEST_F(ViewProjection, DefaultsOfInit) {
     EXPECT_DOUBLE_EQ(vp.area_half_width, 10.0 * 638 / 478);
     EXPECT_EQ(vp.CENTER + vp.GRID + vp.AXIS + vp.title_on, 4);
     EXPECT_EQ(vp.SNAP + vp.CAMERA, 0);
-    EXPECT_DOUBLE_EQ(vp.GRIDX, 1.0);
-    EXPECT_DOUBLE_EQ(vp.SNAPZ, 1.0);
-    EXPECT_EQ(vp.ext_max_x, DBL_MIN);
-    EXPECT_EQ(vp.ext_min_y, DBL_MAX);
-    EXPECT_DOUBLE_EQ(g.view.camera_aspect, 1.3333333);
 }
 
 TEST_F(ViewProjection, TopViewPixelExample) {
@@ -223,9 +218,8 @@ TEST_F(ViewProjection, LookAtBuildsTheSharedMatrix) {
     EXPECT_NEAR(std::fabs(v.t_x) + std::fabs(v.t_y), 0, 1e-12);
     EXPECT_NEAR(v.t_z, 10, 1e-12);
     EXPECT_EQ(vp.camera_valid, 1);
-    EXPECT_NEAR(vp.CAM_HEADING, 0, 1e-9);
-    EXPECT_NEAR(vp.CAM_PITCH, 0, 1e-9);
-    EXPECT_DOUBLE_EQ(vp.CAM_TWIST, 0);
+    EXPECT_NEAR(std::fabs(vp.CAM_HEADING) + std::fabs(vp.CAM_PITCH) + std::fabs(vp.CAM_TWIST), 0,
+                1e-9);
 
     View_SetKind(&vp, VIEW_3D);
     View_Project(&vp, {1, 2, 0});

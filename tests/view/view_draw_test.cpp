@@ -234,7 +234,7 @@ TEST_F(ViewDraw, LastPointMarkerIsAnXorCross) {
     EXPECT_NE(Headless_Pixel(342 - 14, 215), bk);
 }
 
-TEST_F(ViewDraw, ThreeDViewDrawsNoGridNorCentre) {
+TEST_F(ViewDraw, ThreeDViewDrawsNoGridNorCentreFlatViewsTheCamera) {
     BareTopView();
     Viewport* vp = &g.view.Active_Viewport;
     vp->GRID = vp->CENTER = 1;
@@ -245,12 +245,10 @@ TEST_F(ViewDraw, ThreeDViewDrawsNoGridNorCentre) {
     View_Refresh();
     EXPECT_EQ(CountColour(0, 0, 639, 479, LCYAN), 0);
     EXPECT_EQ(CountColour(0, 0, 639, 479, LMAGENTA), 0);
-}
-
-TEST_F(ViewDraw, CameraIconDrawnInFlatViews) {
-    BareTopView();
-    Viewport* vp = &g.view.Active_Viewport;
+    // Back in a flat view the camera icon is drawn when asked for.
     g.config.colors.view_camera = LRED;
+    View_SetKind(vp, VIEW_TOP);
+    vp->GRID = vp->CENTER = 0;
     View_LookAt(vp, {0, 0, -5}, {0, 0, 0});
     vp->CAMERA = 1;
     View_Refresh();
