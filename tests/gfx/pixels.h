@@ -22,8 +22,8 @@ inline std::string SegText(int colour = -1) {
     for (const Headless_Segment& s : Headless_Segments()) {
         if (colour >= 0 && s.colour != colour) continue;
         if (!out.empty()) out += "; ";
-        out += std::to_string(s.x1) + "," + std::to_string(s.y1) + " " + std::to_string(s.x2) + "," +
-               std::to_string(s.y2);
+        out += std::to_string(s.x1) + "," + std::to_string(s.y1) + " " + std::to_string(s.x2) +
+               "," + std::to_string(s.y2);
     }
     return out;
 }
@@ -32,6 +32,7 @@ struct PixelWant {
     int x, y, colour;
 };
 inline void ExpectPixels(std::initializer_list<PixelWant> want) {
-    for (const PixelWant& p : want) EXPECT_EQ(Headless_Pixel(p.x, p.y), p.colour) << p.x << "," << p.y;
+    for (const PixelWant& p : want)
+        EXPECT_EQ(Headless_Pixel(p.x, p.y), p.colour) << p.x << "," << p.y;
 }
 

@@ -10,9 +10,11 @@
 #include "e2e/process.h"
 
 // qmr.ini in `dir` with every directory `dir`, except those in `over`.
-inline void WriteDirectoriesIni(const TempDir& dir, const std::map<std::string, std::string>& over = {}) {
+inline void WriteDirectoriesIni(const TempDir& dir,
+                                const std::map<std::string, std::string>& over = {}) {
     std::string ini = "[DIRECTORIES]\n";
-    for (const char* key : {"qmrmain", "qmrwork", "support", "povray", "scenes", "pov_out", "library"}) {
+    for (const char* key :
+         {"qmrmain", "qmrwork", "support", "povray", "scenes", "pov_out", "library"}) {
         auto o = over.find(key);
         ini += std::string(key) + " = " + (o == over.end() ? dir.path() : o->second) + "\n";
     }
@@ -41,7 +43,8 @@ inline RunResult PollScreen(const TempDir& dir, const XvfbServer& xvfb, const st
     for (int attempt = 0; attempt < 50 && r.out != want; attempt++) {
         std::this_thread::sleep_for(std::chrono::milliseconds(200));
         RunProcess({"sh", "-c", "xwd -root -silent > " + dir.file("s.xwd")}, x);
-        RunProcess({"convert", "xwd:" + dir.file("s.xwd"), "-crop", crop, "+repage", dir.file(png)}, x);
+        RunProcess({"convert", "xwd:" + dir.file("s.xwd"), "-crop", crop, "+repage", dir.file(png)},
+                   x);
         r = probe(x);
     }
     return r;

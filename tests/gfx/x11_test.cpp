@@ -34,7 +34,8 @@ RunResult Tool(const std::vector<std::string>& argv, const std::string& display)
 // Screenshot of the root window as raw RGB bytes, through xwd and ImageMagick.
 std::string Screenshot(const std::string& display, const TempDir& tmp) {
     Tool({"sh", "-c", "xwd -root -silent > " + tmp.file("s.xwd")}, display);
-    Tool({"convert", "xwd:" + tmp.file("s.xwd"), "-depth", "8", "rgb:" + tmp.file("s.rgb")}, display);
+    Tool({"convert", "xwd:" + tmp.file("s.xwd"), "-depth", "8", "rgb:" + tmp.file("s.rgb")},
+         display);
     return ReadFile(tmp.file("s.rgb"));
 }
 
@@ -91,10 +92,11 @@ TEST_F(X11Test, SameFrameAsHeadless) {
 }
 
 TEST_F(X11Test, ModeSizesAndPalette) {
-    EXPECT_EQ(Driver({"draw", "258", tmp.file("m.rgb")}, xvfb.display()).out, "cell 8 size 800 600\n");
-    EXPECT_EQ(Driver({"draw", "256", tmp.file("m.rgb")}, xvfb.display()).out, "cell 8 size 640 480\n");
+    const std::string d = xvfb.display(), out = tmp.file("m.rgb");
+    EXPECT_EQ(Driver({"draw", "258", out}, d).out, "cell 8 size 800 600\n");
+    EXPECT_EQ(Driver({"draw", "256", out}, d).out, "cell 8 size 640 480\n");
     // The frame is not drawn in this mode: the pixmap is the window's white.
-    EXPECT_EQ((unsigned char)ReadFile(tmp.file("m.rgb"))[0], 255);
+    EXPECT_EQ((unsigned char)ReadFile(out)[0], 255);
 }
 
 // A server whose font path is an empty directory has only its built-in

@@ -47,7 +47,8 @@ TEST_F(ViewLayout, AllSevenLayoutsAt640) {
     Views_SetScreen(640, 480, 15, 435);
     for (int n = 1; n <= 7; n++)
         for (int slot = 1; slot <= 4; slot++)
-            EXPECT_EQ(LayoutRect(n, slot), Text(k640[n - 1][slot - 1])) << "layout " << n << " slot " << slot;
+            EXPECT_EQ(LayoutRect(n, slot), Text(k640[n - 1][slot - 1]))
+                << "layout " << n << " slot " << slot;
 }
 
 // 800 x 600, rows 15..554: R = 799, mx = 399, my = 15 + 539/2 = 284,

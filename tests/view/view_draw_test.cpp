@@ -97,7 +97,7 @@ TEST_F(ViewDraw, SlotsDrawnHighestFirst) {
     }
 }
 
-TEST_F(ViewDraw, FurnitureColoursAndTitle) {
+TEST_F(ViewDraw, FurnitureColoursTitleAndCentreMark) {
     BareTopView();
     Viewport* vp = &g.view.Active_Viewport;
     vp->AXIS = 1;
@@ -110,16 +110,14 @@ TEST_F(ViewDraw, FurnitureColoursAndTitle) {
     // arrow head of X: base corners at (2, 0, +-0.3) -> x 366.8, y 239 -+ 7.17.
     ExpectPixels({{360, 239, LRED}, {319, 200, LGREEN}, {366, 232, LRED}});
     EXPECT_EQ(Headless_ReadText(5, 5, 3, YELLOW), "TOP");
-}
-
-TEST_F(ViewDraw, CentreMarkSpansAreaOverNineteen) {
-    BareTopView();
-    Viewport* vp = &g.view.Active_Viewport;
+    // The centre mark spans AREA / 19: at AREA 19, 1 unit = 239 / 19 = 12.58 pixels.
+    vp->AXIS = vp->title_on = 0;
     vp->CENTER = 1;
     g.config.colors.view_center = LMAGENTA;
-    View_SetArea(vp, 19);   // k = 1 unit = 239 / 19 = 12.58 pixels
+    View_SetArea(vp, 19);
     View_Refresh();
-    ExpectPixels({{319 + 12, 239, LMAGENTA}, {319 + 13, 239, C().view_bkcolor}, {319, 239 - 12, LMAGENTA}});
+    ExpectPixels({{319 + 12, 239, LMAGENTA}, {319 + 13, 239, C().view_bkcolor},
+                  {319, 239 - 12, LMAGENTA}});
 }
 
 TEST_F(ViewDraw, LayerColoursBackgroundAndSelection) {

@@ -52,7 +52,8 @@ inline int SlotAt(double x, double y, int slots) {
 }
 
 // A primitive of `type` with its shape values, moved to `at`.
-inline void AddPrim(int type, Point3 at, double p1, double p2 = 0, double p3 = 0, Point3 size = {}) {
+inline void AddPrim(int type, Point3 at, double p1, double p2 = 0, double p3 = 0,
+                    Point3 size = {}) {
     PrimitiveData d = Primitive_Default();
     d.prim_type = type;
     d.p1 = p1, d.p2 = p2, d.p3 = p3;
