@@ -45,8 +45,10 @@ TEST_F(MessageTest, NewlineScrollsTheBottomLineUp) {
               "\nCommand: SPHERE\nSPHERE> Center point: \n\nUnknown Command");
     EXPECT_EQ(Headless_ReadText(0, 436, 6, WHITE), "INPUT:");   // input line untouched
     X11_SetColor(LRED);   // the drawing colour is kept
+    Headless_ClearTranscript();
     Msg_Printf("\nx");
     EXPECT_EQ(X11_GetColor(), LRED);
+    EXPECT_EQ(Headless_Transcript() + "|" + Headless_LastLine(), "\nx|x");   // cleared before
 }
 
 TEST(MessageWrap, InsertsNewlineBeforeWhatDoesNotFit) {
@@ -75,13 +77,6 @@ TEST_F(MessageTest, LongTextWrapsAndAtMost255CharactersPerCall) {
     Msg_Printf("\n%s", std::string(300, 'q').c_str());
     EXPECT_EQ(Headless_Transcript(), "\n" + std::string(254, 'q'));
     EXPECT_EQ(Line(1, 80), std::string(80, 'q'));   // too long to wrap: cut at the edge
-}
-
-TEST_F(MessageTest, TranscriptCanBeCleared) {
-    Msg_Printf("\nOne");
-    Headless_ClearTranscript();
-    Msg_Printf("\nTwo");
-    EXPECT_EQ(Headless_Transcript() + "|" + Headless_LastLine(), "\nTwo|Two");
 }
 
 }  // namespace
