@@ -44,12 +44,11 @@ TEST_F(MessageTest, NewlineScrollsTheBottomLineUp) {
     EXPECT_EQ(Headless_Transcript(),
               "\nCommand: SPHERE\nSPHERE> Center point: \n\nUnknown Command");
     EXPECT_EQ(Headless_ReadText(0, 436, 6, WHITE), "INPUT:");   // input line untouched
-}
-
-TEST_F(MessageTest, DrawingColourIsKept) {
-    X11_SetColor(LRED);
+    X11_SetColor(LRED);   // the drawing colour is kept
+    Headless_ClearTranscript();
     Msg_Printf("\nx");
     EXPECT_EQ(X11_GetColor(), LRED);
+    EXPECT_EQ(Headless_Transcript() + "|" + Headless_LastLine(), "\nx|x");   // cleared before
 }
 
 TEST(MessageWrap, InsertsNewlineBeforeWhatDoesNotFit) {
@@ -69,25 +68,15 @@ TEST(MessageWrap, InsertsNewlineBeforeWhatDoesNotFit) {
     EXPECT_EQ(std::string(buf), "xxxxx\nxxxxx\n" + std::string(242, 'x'));
 }
 
-TEST_F(MessageTest, LongTextWraps) {
+TEST_F(MessageTest, LongTextWrapsAndAtMost255CharactersPerCall) {
     Msg_Printf("\n%s", std::string(150, 'q').c_str());
     // 80 cells of 8 pixels fit in 640: lines of 80 and 70.
     EXPECT_EQ(Line(0, 80), std::string(80, 'q'));
     EXPECT_EQ(Line(1, 71), std::string(70, 'q') + " ");
-}
-
-TEST_F(MessageTest, AtMost255CharactersPerCall) {
+    Headless_ClearTranscript();
     Msg_Printf("\n%s", std::string(300, 'q').c_str());
     EXPECT_EQ(Headless_Transcript(), "\n" + std::string(254, 'q'));
     EXPECT_EQ(Line(1, 80), std::string(80, 'q'));   // too long to wrap: cut at the edge
-}
-
-TEST_F(MessageTest, TranscriptCanBeCleared) {
-    Msg_Printf("\nOne");
-    Headless_ClearTranscript();
-    Msg_Printf("\nTwo");
-    EXPECT_EQ(Headless_Transcript(), "\nTwo");
-    EXPECT_EQ(Headless_LastLine(), "Two");
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // The status line: layer box and name, ORTHO and SNAP, coordinates.
-#include "gfx/headless/headless.h"
+#include "gfx/pixels.h"
 #include "headless_session.h"
 #include "input/status_line.h"
 
@@ -12,10 +12,7 @@ class StatusLineTest : public HeadlessTest {
 
 TEST_F(StatusLineTest, FieldsAtTheirPlaces) {
     Status_Draw({"WALLS", LGREEN, 1, 0, "1.5, 2, -3"});
-    EXPECT_EQ(Headless_Pixel(0, 2), BLACK);
-    EXPECT_EQ(Headless_Pixel(8, 12), BLACK);
-    EXPECT_EQ(Headless_Pixel(4, 7), LGREEN);
-    EXPECT_EQ(Headless_Pixel(1, 7), BLACK);
+    ExpectPixels({{0, 2, BLACK}, {8, 12, BLACK}, {4, 7, LGREEN}, {1, 7, BLACK}});   // layer box
     EXPECT_EQ(At(12, 6), "WALLS ");
     EXPECT_EQ(At(120, 5), "Ortho");
     EXPECT_EQ(At(170, 4), "    ");

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "gfx/headless/headless.h"
+#include "gfx/pixels.h"
 #include "headless_session.h"
 #include "scene/layers.h"
 #include "view/view_commands.h"
@@ -40,13 +41,6 @@ inline void BareTopView() {
     Views_StoreActive();
 }
 
-inline int CountColour(int x1, int y1, int x2, int y2, int colour) {
-    int n = 0;
-    for (int y = y1; y <= y2; y++)
-        for (int x = x1; x <= x2; x++) n += Headless_Pixel(x, y) == colour;
-    return n;
-}
-
 // Slot (1..slots) whose stored rectangle holds the pixel, 0 when none.
 inline int SlotAt(double x, double y, int slots) {
     for (int s = 1; s <= slots; s++) {
@@ -57,33 +51,24 @@ inline int SlotAt(double x, double y, int slots) {
     return 0;
 }
 
+// A primitive of `type` with its shape values, moved to `at`.
+inline void AddPrim(int type, Point3 at, double p1, double p2 = 0, double p3 = 0,
+                    Point3 size = {}) {
+    PrimitiveData d = Primitive_Default();
+    d.prim_type = type;
+    d.p1 = p1, d.p2 = p2, d.p3 = p3;
+    d.size = size;
+    d.translate = at;
+    Add_Primitive(&d);
+}
+
 // A few primitives and a polyline surface in two layers.
 inline void BuildSmallScene() {
-    Layer* solids = AddLayer(LGREEN);
-    (void)solids;
-    PrimitiveData s = Primitive_Default();
-    s.prim_type = PRIM_SPHERE;
-    s.p1 = 2;
-    s.translate = {-4, 2, 0};
-    Add_Primitive(&s);
-    PrimitiveData b = Primitive_Default();
-    b.prim_type = PRIM_BOX;
-    b.size = {2, 2, 2};
-    b.translate = {3, 0, -5};
-    Add_Primitive(&b);
-    PrimitiveData c = Primitive_Default();
-    c.prim_type = PRIM_CONE;
-    c.p1 = 1.5;
-    c.p2 = 0;
-    c.p3 = 3;
-    c.translate = {4, 0, 3};
-    Add_Primitive(&c);
-    PrimitiveData t = Primitive_Default();
-    t.prim_type = PRIM_TORUS;
-    t.p1 = 2.5;
-    t.p2 = 0.5;
-    t.translate = {0, 0.5, 0};
-    Add_Primitive(&t);
+    AddLayer(LGREEN);
+    AddPrim(PRIM_SPHERE, {-4, 2, 0}, 2);
+    AddPrim(PRIM_BOX, {3, 0, -5}, 0, 0, 0, {2, 2, 2});
+    AddPrim(PRIM_CONE, {4, 0, 3}, 1.5, 0, 3);
+    AddPrim(PRIM_TORUS, {0, 0.5, 0}, 2.5, 0.5);
 
     AddLayer(LCYAN);
     const int M = 10, N = 10;

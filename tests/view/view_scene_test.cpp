@@ -1,13 +1,11 @@
 // view_scene_test.cpp - a whole scene on screen: the four-viewport picture
 // and the views a work file brings back.
-#include <chrono>
 #include <cstdlib>
 #include <filesystem>
-#include <thread>
 #include <string>
 #include <vector>
 
-#include "e2e/process.h"
+#include "gfx/program_screen.h"
 #include "view/view_scene.h"
 #include "workfile/workfile.h"
 
@@ -71,10 +69,8 @@ TEST_F(ViewScene, WorkFileBringsBackTheSameViews) {
     std::vector<unsigned char> before = DrawingArea();
     ASSERT_EQ(WorkFile_Save(path.c_str()), 1);
 
-    State_Reset();
-    Headless_Reset();
-    Screen_Open(18);
-    Screen_DrawFrame();
+    TearDown();
+    SetUp();
     Views_Reset();
     ASSERT_EQ(WorkFile_Load(path.c_str()), 1);   // the load redraws
     std::vector<unsigned char> after = DrawingArea();
@@ -86,9 +82,6 @@ TEST_F(ViewScene, WorkFileBringsBackTheSameViews) {
     EXPECT_EQ(g.view.zoom_first[2]->AREA, 12);
 }
 
-}  // namespace
-
-namespace {
 
 // The real program under Xvfb opens a saved scene and shows the same
 // drawing area as the headless display drew before saving (titles off: the
@@ -120,43 +113,30 @@ TEST(ViewSceneProgram, LoadedWorkFileShowsTheSavedViews) {
     Headless_Reset();
     State_Reset();
 
-    std::string ini = "[DIRECTORIES]\n";
-    for (const char* key : {"qmrmain", "povray", "scenes", "pov_out", "library"})
-        ini += std::string(key) + " = " + tmp.path() + "\n";
-    ini += "qmrwork = " + workDir + "\nsupport = " QMR_SOURCE_DIR "/support\n[END]\n";
-    WriteFile(tmp.file("qmr.ini"), ini);
-    RunOptions o;
-    o.cwd = tmp.path();
-    o.env["DISPLAY"] = xvfb.display();
-    o.env["QMR_TRANSCRIPT"] = tmp.file("transcript.txt");
-    o.timeout_s = 60;
-    BackgroundRun program({QMR_BINARY, "scene"}, o);   // waits at its prompt until ended
-    RunOptions x;
-    x.env["DISPLAY"] = xvfb.display();
+    WriteDirectoriesIni(tmp, {{"qmrwork", workDir}, {"support", QMR_SOURCE_DIR "/support"}});
+    BackgroundRun program({QMR_BINARY, "scene"}, ProgramOptions(tmp, xvfb));
     // The frame and views are drawn before the first "Command: " prompt.
     bool found = WaitForFileText(tmp.file("transcript.txt"), "Command: ", 30);
     // The cursor goes where the pointer is: keep it in the message area,
     // away from the drawing area that is compared.
+    RunOptions x;
+    x.env["DISPLAY"] = xvfb.display();
     RunProcess({"xdotool", "mousemove", "100", "470"}, x);
     RunProcess({"convert", tmp.file("saved.png"), "-crop", "532x420+12+15", "+repage",
                 tmp.file("saved_area.png")}, x);
     // Drawing area only: columns 12..543, rows 15..434 of the window (its
     // inside starts at 1, 1 of the root); the prompt's arrow cursor for the
-    // pointer at (0, 0) reaches into columns up to 10. The program redraws
-    // in its own time: poll the screen for a while.
-    RunResult diff;
-    for (int attempt = 0; attempt < 50 && diff.out != "0"; attempt++) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(200));
-        RunProcess({"sh", "-c", "xwd -root -silent > " + tmp.file("s.xwd")}, x);
-        RunProcess({"convert", "xwd:" + tmp.file("s.xwd"), "-crop", "532x420+13+16", "+repage",
-                    tmp.file("shown.png")}, x);
-        diff = RunProcess({"compare", "-metric", "AE", tmp.file("saved_area.png"),
-                           tmp.file("shown.png"), "null:"}, x);
-    }
+    // pointer at (0, 0) reaches into columns up to 10.
+    auto probe = [&](const RunOptions& o) {
+        return RunProcess({"compare", "-metric", "AE", tmp.file("saved_area.png"),
+                           tmp.file("shown.png"), "null:"}, o);
+    };
+    RunResult diff = PollScreen(tmp, xvfb, "532x420+13+16", "shown.png", "0", probe);
     RunResult run = program.Finish();
     std::filesystem::remove_all(workDir);
     if (const char* keep = getenv("QMR_KEEP_SCREENSHOT"))
-        RunProcess({"sh", "-c", "cp " + tmp.file("shown.png") + " " + tmp.file("saved_area.png") + " " + keep}, {});
+        RunProcess({"sh", "-c", "cp " + tmp.file("shown.png") + " " + tmp.file("saved_area.png") +
+                                    " " + keep}, {});
     ASSERT_TRUE(found);
     EXPECT_EQ(diff.out, "0") << run.out << ReadFile(tmp.file("transcript.txt"));
 }

@@ -19,6 +19,13 @@ class ViewTransparent : public SessionTest {
         SessionTest::SetUp();
         Zoom_ResetAll();   // the TOP view set up above is where UNZOOM returns to
     }
+    // Runs the loop until input runs out; the transcript must hold `prompts`.
+    void RunExpecting(const std::string& prompts) {
+        EXPECT_FALSE(RunLoop());
+        const std::string& t = Headless_Transcript();
+        EXPECT_NE(t.find(prompts), std::string::npos) << t;
+        EXPECT_EQ(t.find("*cancel*"), std::string::npos);
+    }
 };
 
 TEST_F(ViewTransparent, ZoomInsideCircleReturnsToTheRadiusPrompt) {
@@ -28,13 +35,8 @@ TEST_F(ViewTransparent, ZoomInsideCircleReturnsToTheRadiusPrompt) {
     Headless_PushClick(427, 298);    // (-52/10.3, 0, 31/10.3)
     Headless_PushClick(530, 360);    // (51/10.3, 0, -31/10.3)
     Headless_PushMove(500, 329);     // the radius band follows the mouse
-    EXPECT_FALSE(RunLoop());         // input runs out at the radius prompt
-    const std::string& t = Headless_Transcript();
-    EXPECT_NE(t.find("\nCIRCLE> Set Radius: \nZOOMIN>> Upper/Left Corner: "
-                     "\nZOOMIN>> Lower/Right Corner: \nCIRCLE> Set Radius: "),
-              std::string::npos)
-        << t;
-    EXPECT_EQ(t.find("*cancel*"), std::string::npos);
+    RunExpecting("\nCIRCLE> Set Radius: \nZOOMIN>> Upper/Left Corner: "
+                 "\nZOOMIN>> Lower/Right Corner: \nCIRCLE> Set Radius: ");
     // Width 103 / 10.3 = 10 is the wider side (10 / 6.02 > 158 / 103).
     EXPECT_NEAR(vp->AREA, 5 / (158.0 / 103.0), 1e-9);
     EXPECT_NEAR(View_GetCentre(vp).x, -0.5 / 10.3, 1e-9);
@@ -56,12 +58,8 @@ TEST_F(ViewTransparent, PanInsidePolylineKeepsItsLineBand) {
     Headless_PushText("PAN\n");
     Headless_PushClick(479, 329);    // base (0, 0, 0)
     Headless_PushClick(520, 329);    // offset (41/10.3, 0, 0)
-    EXPECT_FALSE(RunLoop());
-    const std::string& t = Headless_Transcript();
-    EXPECT_NE(t.find("\nPOLYLINE> Next point: \nPAN>> Set Base Point: \nPAN>> Set offset Point: "
-                     "\nPOLYLINE> Next point: "),
-              std::string::npos)
-        << t;
+    RunExpecting("\nPOLYLINE> Next point: \nPAN>> Set Base Point: \nPAN>> Set offset Point: "
+                 "\nPOLYLINE> Next point: ");
     EXPECT_NEAR(View_GetCentre(vp).x, -41 / 10.3, 1e-9);   // the scene follows the pick
     EXPECT_STREQ(g.input.promptText, "\nPOLYLINE> Next point: ");
     EXPECT_EQ(g.input.rubberShape, RUBBER_LINE);
@@ -74,12 +72,8 @@ TEST_F(ViewTransparent, ViewChangeAndUnzoomInsideAPrompt) {
     Headless_PushClick(479, 329);
     Headless_PushText("ZOOMOUT\nUNZOOM\n");
     Headless_PushClick(500, 329);    // the next point, in the view as before
-    EXPECT_FALSE(RunLoop());
-    const std::string& t = Headless_Transcript();
-    EXPECT_NE(t.find("\nPOLYLINE> Next point: \nPOLYLINE> Next point: \nUnzooming..."
-                     "\nPOLYLINE> Next point: \nPOLYLINE> Next point: "),
-              std::string::npos)
-        << t;
+    RunExpecting("\nPOLYLINE> Next point: \nPOLYLINE> Next point: \nUnzooming..."
+                 "\nPOLYLINE> Next point: \nPOLYLINE> Next point: ");
     EXPECT_EQ(vp->AREA, 10);
     ASSERT_EQ(Answers().size(), 2u);
     EXPECT_NEAR(Answers()[1].point.x, 21 / 10.3, 1e-9);
@@ -91,8 +85,7 @@ TEST_F(ViewTransparent, DuplicateCopiesTheViewIntoThePickedViewport) {
     View_SetCentre(vp, {1, 0, 2});
     Headless_PushText("DUPLICATE\n");
     Headless_PushClick(100, 100);   // slot 2: 1,16 .. 317,222
-    EXPECT_FALSE(RunLoop());
-    EXPECT_NE(Headless_Transcript().find("\nDUPLICATE> Select a Viewport: "), std::string::npos);
+    RunExpecting("\nDUPLICATE> Select a Viewport: ");
     EXPECT_EQ(g.view.Current_Viewport, 2);
     EXPECT_EQ(vp->AREA, 4);
     EXPECT_EQ(View_GetCentre(vp).z, 2);

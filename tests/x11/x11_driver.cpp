@@ -1,9 +1,9 @@
 // x11_driver.cpp - a small program over the real x11 display backend that
 // the tests in tests/gfx/x11_test.cpp run under their own Xvfb.
 //
-//   draw MODE OUT.ppm   open the window, run the draw script (mode 18) and
-//                       write the backing pixmap as a PPM; prints the font
-//                       cell width and the window size
+//   draw MODE OUT.rgb   open the window, run the draw script (mode 18) and
+//                       write the backing pixmap as raw RGB bytes; prints the
+//                       font cell width and the window size
 //   events SECONDS      print every key and mouse change until "q"
 //   show SECONDS        run the draw script and keep pumping events
 //   cover SECONDS       (plain Xlib) map a black window over the corner
@@ -37,7 +37,6 @@ int Draw(int mode, const char* out) {
     if (!X11_GetImage(0, 0, g.screen.width - 1, g.screen.height - 1, im)) return 2;
     FILE* f = fopen(out, "wb");
     if (!f) return 2;
-    fprintf(f, "P6\n%d %d\n255\n", X11_ImageWidth(im), X11_ImageHeight(im));
     for (int y = 0; y < X11_ImageHeight(im); y++)
         for (int x = 0; x < X11_ImageWidth(im); x++) {
             unsigned long p = X11_ImagePixel(im, x, y);   // 24-bit TrueColor
