@@ -94,6 +94,8 @@ RunResult RunProcess(const std::vector<std::string>& argv, const RunOptions& opt
 XvfbServer::XvfbServer(const char* screen, const std::vector<std::string>& extraArgs) {
     // -displayfd lets the server pick a free display itself and tell us once
     // it accepts connections: no race between tests started together.
+    // -noreset: a server that resets when its last client leaves can drop a
+    // client that connects meanwhile (the tests poll with short-lived ones).
     int fds[2];
     if (pipe2(fds, O_CLOEXEC) != 0) return;
     pid_t pid = fork();
@@ -104,7 +106,7 @@ XvfbServer::XvfbServer(const char* screen, const std::vector<std::string>& extra
         dup2(devnull, 2);
         std::string fd = std::to_string(fds[1]);
         std::vector<const char*> args = {"Xvfb", "-displayfd", fd.c_str(), "-screen", "0", screen,
-                                         "-nolisten", "tcp"};
+                                         "-nolisten", "tcp", "-noreset"};
         for (const std::string& a : extraArgs) args.push_back(a.c_str());
         args.push_back(nullptr);
         execvp("Xvfb", const_cast<char**>(args.data()));
