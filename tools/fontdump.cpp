@@ -1,6 +1,6 @@
 // Writes the glyphs of the font the x11 backend loads, as the headless
 // backend's table: run under the X server the tests use, e.g.
-//   xvfb-run build/fontdump > src/gfx/headless/font8x13.inc
+//   make -C build fontdump && xvfb-run build/fontdump > src/gfx/headless/font8x13.inc
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 
