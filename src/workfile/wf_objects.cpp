@@ -38,18 +38,14 @@ const KindField kPolyFields[] = {
 };
 const int KEY_POLY_POINTS = 10;
 
-const KindField kTriangleFields[] = {
-    {1, WF_POINT, offsetof(TriangleData, corner) + 0 * sizeof(Point3), 0},
-    {2, WF_POINT, offsetof(TriangleData, corner) + 1 * sizeof(Point3), 0},
-    {3, WF_POINT, offsetof(TriangleData, corner) + 2 * sizeof(Point3), 0},
-};
+// Corner n of a triangle or face is key n + 1.
+#define CORNER(rec, n) {(n) + 1, WF_POINT, offsetof(rec, corner) + (n) * sizeof(Point3), 0}
 
-const KindField kFaceFields[] = {
-    {1, WF_POINT, offsetof(FaceData, corner) + 0 * sizeof(Point3), 0},
-    {2, WF_POINT, offsetof(FaceData, corner) + 1 * sizeof(Point3), 0},
-    {3, WF_POINT, offsetof(FaceData, corner) + 2 * sizeof(Point3), 0},
-    {4, WF_POINT, offsetof(FaceData, corner) + 3 * sizeof(Point3), 0},
-};
+const KindField kTriangleFields[] = {CORNER(TriangleData, 0), CORNER(TriangleData, 1),
+                                     CORNER(TriangleData, 2)};
+
+const KindField kFaceFields[] = {CORNER(FaceData, 0), CORNER(FaceData, 1), CORNER(FaceData, 2),
+                                 CORNER(FaceData, 3)};
 
 const KindField kPrimitiveFields[] = {
     F(PrimitiveData, 1, WF_TEXT, file),
@@ -83,6 +79,7 @@ const KindField kLightFields[] = {
 };
 
 #undef F
+#undef CORNER
 
 struct KindTable {
     const KindField* fields;
