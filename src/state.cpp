@@ -1,5 +1,10 @@
 // state.cpp - the global state record and its reset.
 #include "state.h"
+
+#include "cmd/cmd.h"
+#include "scene/layers.h"
+#include "startup/config.h"
+#include "ui/menu.h"
 #include "view/view_commands.h"
 
 State g;
@@ -13,4 +18,5 @@ void State_Reset() {
     g = State{};
     g.mem.live_blocks = live;   // blocks outside the scene are still out there
     Config_SetDefaults();
+    Commands_Install();
 }

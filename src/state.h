@@ -1,27 +1,23 @@
 // state.h - the one global state record.
 //
-// Every subsystem keeps its state in a sub-record declared in its own header;
-// this file composes them. State_Reset() puts every field back to its
-// start-up default (freeing the scene first), so each test starts clean.
+// Every subsystem keeps its state in a sub-record declared in its own
+// type-only state header (*_state.h); this file composes them and includes
+// nothing else, so including it gives data, never functions. State_Reset()
+// puts every field back to its start-up default (freeing the scene first)
+// and installs the command layer's hooks again, so each test starts clean.
 #pragma once
 
-#include "scene/layers.h"
-#include "scene/mem.h"
-#include "startup/config.h"
-#include "startup/startup.h"
-#include "input/input.h"
-#include "view/viewport.h"
-#include "model/output.h"
-#include "view/shade_settings.h"
-#include "input/aids.h"
-#include "input/settings.h"
-#include "pov/pov_settings.h"
-#include "workfile/workfile.h"
-#include "gfx/screen.h"
-#include "pov/pov.h"
-#include "model/xform.h"
-#include "exchange/exchange.h"
-#include "ui/menu.h"
+#include "cmd/cmd_state.h"
+#include "exchange/exchange_state.h"
+#include "gfx/gfx_state.h"
+#include "input/input_state.h"
+#include "model/model_state.h"
+#include "pov/pov_state.h"
+#include "scene/scene_state.h"
+#include "startup/startup_state.h"
+#include "ui/ui_state.h"
+#include "view/view_state.h"
+#include "workfile/workfile_state.h"
 
 struct State {
     MemState mem;        // allocation hook and block count
@@ -41,9 +37,11 @@ struct State {
     PovState writer;     // scene-file writer while it runs, texture library
     XformState xform;    // transform engine: mode and points of the last walk
     ExchangeState exchange; // DXF and RAW export and import
-    MenuState menus;     // pull-down menu bar and side menu
+    MenuState menus;     // pull-down menu bar, side menu, command names
+    CmdState cmd;        // command layer
 };
 
 extern State g;
 
+// Every field back to its start-up default; the command layer's hooks installed.
 void State_Reset();

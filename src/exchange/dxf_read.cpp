@@ -9,12 +9,14 @@
 #include <cstring>
 #include <strings.h>
 
+#include "base/message.h"
 #include "exchange/exchange.h"
 #include "exchange/exchange_internal.h"
-#include "input/input.h"
-#include "input/message.h"
 #include "input/settings.h"
+#include "scene/layers.h"
+#include "scene/mem.h"
 #include "state.h"
+#include "view/viewport.h"
 
 namespace {
 
@@ -295,32 +297,22 @@ void EntityScan(Reader& r) {
     }
 }
 
-// Asks one of the Yes/No questions; 0 when a command code replaced the
-// answer, else 1 with *yes = 0 for N.
-int Ask(const char* prompt, int* yes) {
-    Input_SetKeywords("Y,N", 0, 0);
-    Input_SetMask(1);
-    if (!Input_Get(prompt, nullptr)) return 0;
-    *yes = g.input.InputResult.kind != 2;
-    return 1;
-}
-
 struct Section {
     const char* name;
-    const char* question;   // nullptr: scanned without asking
+    int question;   // DxfQuestion; DXF_ALWAYS: scanned without asking
     void (*scan)(Reader&);
 };
 
 const Section kSections[] = {
-    {"HEADER", "\nIMPDXF> Parse Header info? <Yes,No> (Y): ", HeaderScan},
-    {"TABLES", "\nIMPDXF> Parse Table info for Layers? <Yes,No> (Y): ", TableScan},
-    {"BLOCKS", "\nIMPDXF> Parse Block info? <Yes,No> (Y): ", EntityScan},
-    {"ENTITIES", nullptr, EntityScan},
+    {"HEADER", DXF_ASK_HEADER, HeaderScan},
+    {"TABLES", DXF_ASK_TABLES, TableScan},
+    {"BLOCKS", DXF_ASK_BLOCKS, EntityScan},
+    {"ENTITIES", DXF_ALWAYS, EntityScan},
 };
 
 }  // namespace
 
-int Dxf_Import(const char* path) {
+int Dxf_Import(const char* path, DxfAskFn ask) {
     Reader r;
     r.f = fopen(path, "r");
     if (!r.f) return 0;
@@ -331,7 +323,7 @@ int Dxf_Import(const char* path) {
             if (Is(r, sec.name)) s = &sec;
         if (!s) continue;
         int yes = 1;
-        if (s->question && !Ask(s->question, &yes)) break;
+        if (s->question != DXF_ALWAYS && !ask(s->question, &yes)) break;
         if (yes) s->scan(r);
     }
     fclose(r.f);

@@ -6,11 +6,12 @@
 // ("  70" in the VPORT and LAYER tables, " 70" in the LTYPE table).
 #include <cstdio>
 
+#include "base/message.h"
 #include "exchange/exchange.h"
 #include "exchange/exchange_internal.h"
-#include "input/message.h"
 #include "model/geometry.h"
 #include "model/output.h"
+#include "scene/layers.h"
 #include "state.h"
 
 namespace {
@@ -66,10 +67,10 @@ int Dxf_Facet(const Point3* corner, int n, int) {
 }
 
 int Dxf_Export() {
-    g.input.InputResult.code = 0;
     char name[32];
-    FILE* f = Exchange_CreateExport(".dxf", name, sizeof name);
-    if (!f) return 1;
+    SafeFile out;
+    FILE* f = Exchange_CreateExport(&out, ".dxf", name, sizeof name);
+    if (!f) return 2;
     g.writer.Vertex_Tolerance = Tolerance(6);
     fputs(kHeaderAndTables, f);
     WriteLayerTable(f);
@@ -84,7 +85,7 @@ int Dxf_Export() {
     g.exchange.file = nullptr;
 
     fputs("  0\nENDSEC\n  0\nEOF\n", f);
-    fclose(f);
+    if (!Exchange_FinishExport(&out)) return 2;
     Msg_Printf("\nDXF file created <%s>!", name);
     return 1;
 }

@@ -1,5 +1,5 @@
-// exchange.cpp - the export commands and what the DXF and RAW code shares:
-// the export path, the line reader, number parsing and the break poll.
+// exchange.cpp - what the DXF and RAW code shares: the export file, the line
+// reader, number parsing and the break poll.
 #include "exchange/exchange.h"
 
 #include <cmath>
@@ -8,21 +8,26 @@
 
 #include "exchange/exchange_internal.h"
 #include "gfx/gfx.h"
-#include "input/message.h"
+#include "base/message.h"
 #include "state.h"
-
-int Com_ExportDxf() { return Dxf_Export(); }
-int Com_ExportRaw() { return Raw_Export(); }
 
 int Exchange_UserBreak() { return X11_KeyPressed(); }
 
-FILE* Exchange_CreateExport(const char* ext, char* name, size_t name_size) {
+FILE* Exchange_CreateExport(SafeFile* out, const char* ext, char* name, size_t name_size) {
     char path[256];
     snprintf(name, name_size, "%s%s", g.run.workFileName, ext);
     snprintf(path, sizeof path, "%s/%s", g.config.WORK_DIR, name);
-    FILE* f = fopen(path, "w");
-    if (!f) Msg_Printf("\nError: Creating <%s>!", path);
-    return f;
+    if (!SafeFile_Open(out, path, "w")) {
+        Msg_Printf("\nError: Creating <%s>!", path);
+        return nullptr;
+    }
+    return out->f;
+}
+
+int Exchange_FinishExport(SafeFile* out) {
+    if (SafeFile_Commit(out, 0)) return 1;
+    Msg_Printf("\nError: Writing <%s> failed (disk full?), the file is unchanged", out->path);
+    return 0;
 }
 
 int Exchange_ReadLine(FILE* f, char* buf, int size) {

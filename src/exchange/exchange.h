@@ -7,30 +7,29 @@
 // and never trust a count or a length they read: every loop also ends at the
 // end of the file.
 #pragma once
-#include <cstdio>
-
+#include "exchange/exchange_state.h"
 #include "scene/object.h"
 
-struct ExchangeState {
-    FILE* file = nullptr;        // export file while an export runs
-    char layerName[13] = "";     // export layer: what the DXF "  8" lines carry
-    long objectsDone = 0;        // objects written by this export (break poll)
-    int Shade_Dif = 0;           // $SHADEDIF of the last DXF header read; nothing reads it
-};
-
-// Commands EXPORTDXF (122) and EXPORTRAW (121). Always 1.
-int Com_ExportDxf();
-int Com_ExportRaw();
-
-// Whole scene to WORK_DIR/<workFileName>.dxf or .raw. Always 1.
+// Whole scene to WORK_DIR/<workFileName>.dxf or .raw. 1 written; 2 not
+// written (the message printed, an old file of that name kept).
 int Dxf_Export();
 int Raw_Export();
 
-// Read a file into the scene; 0 only when the file can't be opened.
-int Dxf_Import(const char* path);
-int Raw_Import(const char* path);
+// The DXF reader's questions, asked of the caller when the section is met:
+// 0 when the answer was replaced by a command (the import stops there),
+// else 1 with *yes.
+enum DxfQuestion { DXF_ALWAYS = 0, DXF_ASK_HEADER = 1, DXF_ASK_TABLES = 2, DXF_ASK_BLOCKS = 3 };
+using DxfAskFn = int (*)(int question, int* yes);
+// The RAW reader's placement of each block read: 0 when the answer was
+// replaced by a command (the block is then erased), else 1 with *insertion
+// kept or replaced by the chosen point.
+using RawPlaceFn = int (*)(Point3* insertion);
 
-// Consumers of the facet sink in the DXF and RAW modes (output.cpp).
+// Read a file into the scene; 0 only when the file can't be opened.
+int Dxf_Import(const char* path, DxfAskFn ask);
+int Raw_Import(const char* path, RawPlaceFn place);
+
+// Consumers of the facet sink in the DXF and RAW modes.
 int Dxf_Facet(const Point3* corner, int n, int mask);
 int Raw_Triangle(Point3 a, Point3 b, Point3 c);
 

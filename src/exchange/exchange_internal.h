@@ -3,10 +3,15 @@
 #include <cstddef>
 #include <cstdio>
 
-// Creates WORK_DIR + "/" + workFileName + ext; the shown name (without the
-// directory) goes into name. nullptr, with the message printed, when the
-// file cannot be created.
-FILE* Exchange_CreateExport(const char* ext, char* name, size_t name_size);
+#include "base/safe_file.h"
+
+// Starts the export file WORK_DIR + "/" + workFileName + ext (written into a
+// temporary beside it); the shown name (without the directory) goes into
+// name. nullptr, with the message printed, when it cannot be created.
+FILE* Exchange_CreateExport(SafeFile* out, const char* ext, char* name, size_t name_size);
+// Replaces the export file by what was written; 0, with the message printed
+// and the old file kept, when a write or the close failed.
+int Exchange_FinishExport(SafeFile* out);
 
 // One line of at most size - 1 characters without its newline (and a
 // carriage return before it); a longer line is split, its rest is the next

@@ -2,16 +2,15 @@
 //
 // A RAW file holds name lines (a block name) and number lines (nine numbers,
 // one triangle). On import the triangles of the current block are the
-// selection set; when the block closes the user places it with the
-// insertion prompt, and the transform engine moves (or, when the prompt was
-// replaced by a command, erases) the whole selection.
+// selection set; when the block closes the caller places it (the command
+// asks for the insertion point), and the transform engine moves (or, when
+// the question was replaced by a command, erases) the whole selection.
 #include <cstring>
 
 #include "exchange/exchange.h"
 #include "exchange/exchange_internal.h"
-#include "input/input.h"
-#include "input/message.h"
-#include "input/selection.h"
+#include "base/message.h"
+#include "model/selection.h"
 #include "model/geometry.h"
 #include "model/output.h"
 #include "model/xform.h"
@@ -52,25 +51,17 @@ struct Import {
     bool pending = false;           // triangles read since the last block closed
 };
 
-// Places (or drops) the block just read. 0 when a command code replaced the
-// answer to the insertion prompt.
-int CloseBlock(Import& im, const char* which) {
+// Places (or drops) the block just read: the caller's answer moves the
+// selection to the insertion point, or erases it when a command code
+// replaced the answer. 0 in that case.
+int CloseBlock(Import& im, const char* which, RawPlaceFn place) {
     Msg_Printf("\n%s BLOCK: %s", which, im.name[0] ? im.name : "<noname>");
-    const Point3 origin{0, 0, 0};
-    Point3 point{0, 0, 0};
-    Input_SetRubberBand(&origin, "OBJECT", "MOVE");
-    Input_SetKeywords(nullptr, 0, 0);
-    char prompt[200];
-    snprintf(prompt, sizeof prompt, "\nIMPORTRAW> Set Insertion point <%g, %g, %g>: ",
-             im.insertion.x, im.insertion.y, im.insertion.z);
     const Point3 zero{0, 0, 0};
-    int answered = Input_Get(prompt, &point);
-    if (answered) {
-        if (g.input.InputResult.kind == 0) im.insertion = point;
+    int answered = place(&im.insertion);
+    if (answered)
         Xform_Run(zero, im.insertion, XFORM_MOVE);
-    } else {
+    else
         Xform_Run(zero, zero, XFORM_ERASE);
-    }
     im.pending = false;
     return answered;
 }
@@ -85,10 +76,10 @@ int Raw_Triangle(Point3 a, Point3 b, Point3 c) {
 }
 
 int Raw_Export() {
-    g.input.InputResult.code = 0;
     char name[32];
-    FILE* f = Exchange_CreateExport(".raw", name, sizeof name);
-    if (!f) return 1;
+    SafeFile out;
+    FILE* f = Exchange_CreateExport(&out, ".raw", name, sizeof name);
+    if (!f) return 2;
     g.exchange.file = f;
     g.exchange.objectsDone = 0;
     g.output.Output_Mode = OUTPUT_RAW;
@@ -105,12 +96,12 @@ int Raw_Export() {
     }
     g.output.Output_Mode = OUTPUT_SCREEN;
     g.exchange.file = nullptr;
-    fclose(f);
+    if (!Exchange_FinishExport(&out)) return 2;
     Msg_Printf("\nRAW file created <%s>!", name);
     return 1;
 }
 
-int Raw_Import(const char* path) {
+int Raw_Import(const char* path, RawPlaceFn place) {
     FILE* f = fopen(path, "r");
     if (!f) return 0;
     Msg_Printf("\nPlease wait");
@@ -122,7 +113,7 @@ int Raw_Import(const char* path) {
         while (Blank(*s)) s++;
         if (!*s) continue;
         if (!NumberStart(*s)) {
-            if (im.pending && !CloseBlock(im, "Current")) continue;   // dropped: no new name
+            if (im.pending && !CloseBlock(im, "Current", place)) continue;   // dropped: no new name
             snprintf(im.name, sizeof im.name, "%s", line);
             continue;
         }
@@ -137,7 +128,7 @@ int Raw_Import(const char* path) {
         im.pending = true;
         if (++triangles % 21 == 0) Msg_Printf(".");
     }
-    if (im.pending) CloseBlock(im, "Last");
+    if (im.pending) CloseBlock(im, "Last", place);
     fclose(f);
     return 1;
 }

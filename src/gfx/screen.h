@@ -3,17 +3,7 @@
 #pragma once
 
 #include "gfx/gfx.h"
-
-constexpr int SCREEN_LINE = 15;   // height of a text line in pixels
-
-struct ScreenState {
-    int open = 0;           // the window exists: messages go to the screen
-    int width = 640;        // window size in pixels
-    int height = 480;
-    int sideMenuX = 568;    // left edge of the side-menu column
-    int inputLineY = 435;   // top of the input line; the two message lines follow
-    int msgColumn = 0;      // x where the next message text goes on the bottom line
-};
+#include "gfx/gfx_state.h"
 
 // Start-up of the screen: mouse reset, window, metrics, palette, mouse range.
 void Screen_Open(int mode);
@@ -27,11 +17,6 @@ void Screen_Fill(int colour, int x1, int y1, int x2, int y2);
 // Draws text with its top-left at (x, y) in colour, keeping the drawing colour.
 void Screen_Text(int colour, int x, int y, const char* text);
 
-// A screen rectangle kept in memory, e.g. under a menu or dialog.
-struct ScreenSave {
-    X11_Image* image;
-    int x, y;
-};
 // Saves x1..x2, y1..y2; image is null when it could not be kept.
 ScreenSave Screen_Save(int x1, int y1, int x2, int y2);
 // Puts the rectangle back where it was and frees it.

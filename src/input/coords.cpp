@@ -11,11 +11,12 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "base/field.h"
+#include "base/message.h"
 #include "gfx/gfx.h"
 #include "input/input.h"
-#include "input/message.h"
 #include "state.h"
-#include "ui/field.h"
+#include "view/viewport.h"
 
 namespace {
 

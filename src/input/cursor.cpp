@@ -10,8 +10,10 @@
 #include "gfx/gfx.h"
 #include "input/input.h"
 #include "input/status_line.h"
+#include "scene/layers.h"
 #include "state.h"
 #include "ui/menu.h"
+#include "view/viewport.h"
 
 namespace {
 

@@ -13,13 +13,15 @@
 #include <cstdio>
 #include <cstring>
 
+#include "base/message.h"
 #include "gfx/screen.h"
 #include "input/input.h"
-#include "input/message.h"
 #include "state.h"
-#include "ui/field.h"
+#include "ui/command_names.h"
 #include "ui/menu.h"
 #include "view/view_commands.h"
+#include "view/view_draw.h"
+#include "view/viewport.h"
 
 namespace {
 
@@ -200,7 +202,9 @@ int MouseStep(int x, int y, int buttons) {
     } else if (offMenus) {
         if (in.inActiveView) {
             Cursor_Update(x, y);
-            result = View_PickHandler(x, y);
+            View_ScreenToWorld(&g.view.Active_Viewport, x, y);   // the pixel becomes the cursor point
+            g.input.cursorPoint = g.view.Active_Viewport.picked_point;
+            result = Input_AcceptPoint();
         } else if (Views_SwitchAt(x, y) && g.view.select_viewport) {
             result = -3;
         }
@@ -356,6 +360,21 @@ int Input_MatchKeyword(const char* list, const char* word) {
 
 void Input_SetMask(int flags) { g.input.inputMask = flags; }
 
+void Input_SetTransparentHook(int (*hook)(int result)) { g.input.transparentHook = hook; }
+
+int Input_GetCommand(const char* prompt) {
+    InputState& in = g.input;
+    snprintf(in.promptText, sizeof in.promptText, "%s", prompt);
+    if (in.InputResult.code <= 0) {
+        do Input_SetMask(17);
+        while (Input_Wait() != 1);
+        Input_ResetContext();
+    }
+    int code = in.InputResult.code;
+    if (code != 1) in.InputResult.lastCode = code;
+    return code;
+}
+
 void Input_SetKeywords(const char* keywords, int allowNumber, int allowString) {
     InputState& in = g.input;
     in.keywordsOn = keywords != nullptr;
@@ -431,7 +450,7 @@ int Input_Wait() {
         Msg_Printf("%s", in.promptText);
         result = WaitForAnswer();
         if (result == kReprompt) continue;
-        if (!Command_Transparent(result)) break;
+        if (!in.transparentHook || !in.transparentHook(result)) break;
     }
     in.cursorStyle = 1;
     return result;

@@ -9,8 +9,9 @@
 #include <cstdio>
 #include <cstring>
 
+#include "base/field.h"
 #include "state.h"
-#include "ui/field.h"
+#include "view/viewport.h"
 
 namespace {
 

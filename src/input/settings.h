@@ -7,17 +7,8 @@
 #pragma once
 #include <cstddef>
 
-#include "scene/object.h"
 
-enum VarType { VAR_INT, VAR_DOUBLE, VAR_POINT, VAR_TEXT };
-
-struct VarState {
-    int Var_Int = 0;           // scratch value of an int setting
-    double Var_Double = 0;     // scratch value of a double setting
-    Point3 Var_Point{0, 0, 0}; // scratch value of a point setting
-    char Var_Text[128] = "";   // scratch value of a text setting
-    int Var_Type = VAR_INT;    // type of the setting last accessed
-};
+#include "input/input_state.h"
 
 // read = 1 copies the setting into the scratch value of its type, read = 0
 // writes the scratch value into it (text settings ignore writes). 1 when the

@@ -6,6 +6,7 @@
 // box, and that segment (the pen's previous and last points) is the edge.
 #include "input/input.h"
 #include "model/geometry.h"
+#include "scene/layers.h"
 #include "state.h"
 
 int Snap_FindEdge(int x, int y, int half, Point3* a, Point3* b) {

@@ -1,25 +1,19 @@
-// output.cpp - the facet sink, the screen consumer (3D pen) and the explode
-// consumer (facets become objects, primitive grids become one mesh).
+// output.cpp - the facet sink and the explode consumer (facets become
+// objects, primitive grids become one mesh). The other consumers belong to
+// the layers above; the command layer puts them into the table at start-up.
 #include "model/output.h"
 
 #include <cmath>
 #include <cstdint>
 
-#include "exchange/exchange.h"
-#include "input/message.h"
-#include "pov/pov.h"
+#include "base/message.h"
+#include "model/geometry.h"
+#include "scene/mem.h"
 #include "state.h"
-#include "view/view_draw.h"
-#include "view/viewport.h"
 
 namespace {
 
 bool Finite(Point3 p) { return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z); }
-
-// --- screen: the 3D pen of the active viewport, after the layer transforms ---
-
-void ScreenMove(Point3 p) { View_MoveTo(&g.view.Active_Viewport, View_LayerPoint(p)); }
-int ScreenLine(Point3 p) { return View_LineTo(&g.view.Active_Viewport, View_LayerPoint(p)); }
 
 // --- explode ---
 
@@ -99,39 +93,21 @@ int OutlineFacet(const OutputConsumer* out, const Point3* corner, int n, int mas
 
 }  // namespace
 
-// Scene file: every facet goes to the triangle spool as two triangles.
-static int PovTriangle(Point3 a, Point3 b, Point3 c) {
-    Pov_SpoolTriangle(a, b, c);
-    return 0;
+OutputConsumer Output_ExplodeConsumer() {
+    OutputConsumer c{};
+    c.facet = ExplodeFacet;
+    c.grid_begin = ExplodeGridBegin;
+    c.grid_point = ExplodeGridPoint;
+    c.grid_end = ExplodeGridEnd;
+    return c;
 }
 
-OutputConsumer Output_DefaultConsumer(int mode) {
-    OutputConsumer c{};
-    switch (mode) {
-        case OUTPUT_SCREEN:
-            c.on_screen = 1;
-            c.move_to = ScreenMove;
-            c.line_to = ScreenLine;
-            break;
-        case OUTPUT_POV:
-            c.triangle = PovTriangle;
-            break;
-        case OUTPUT_DXF:   // 3DFACE entities: facets with their corners
-            c.facet = Dxf_Facet;
-            break;
-        case OUTPUT_RAW:   // triangle lines: quads arrive split (0,1,2), (2,3,0)
-            c.triangle = Raw_Triangle;
-            break;
-        case OUTPUT_EXPLODE:
-            c.facet = ExplodeFacet;
-            c.grid_begin = ExplodeGridBegin;
-            c.grid_point = ExplodeGridPoint;
-            c.grid_end = ExplodeGridEnd;
-            break;
-        default:   // filled by the shaded view
-            break;
-    }
-    return c;
+void Output_SetConsumer(int mode, const OutputConsumer& consumer) {
+    if (mode >= 0 && mode < OUTPUT_MODES) g.output.consumer[mode] = consumer;
+}
+
+void Output_RedrawScreen() {
+    if (g.output.consumer[OUTPUT_SCREEN].redraw_all) g.output.consumer[OUTPUT_SCREEN].redraw_all();
 }
 
 int Output_ToScreen() { return Current()->on_screen; }

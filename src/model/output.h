@@ -20,49 +20,16 @@
 // cells with r < R and c < C as facets whose mask draws every grid edge once.
 #pragma once
 
+#include "model/model_state.h"
 #include "scene/object.h"
 
-// What a consumer takes. A null hook means "not taken". Hooks that return
-// an int return 1 when the generator must stop (interrupted, hit found).
-struct OutputConsumer {
-    int on_screen;                                    // 1: the wireframe picture
-    void (*move_to)(Point3 p);
-    int (*line_to)(Point3 p);
-    int (*facet)(const Point3* corner, int n, int mask);  // n is 3 or 4
-    int (*triangle)(Point3 a, Point3 b, Point3 c);
-    int (*grid_begin)(int rows, int cols);            // 1: collects; 0: failed, skip grid
-    void (*grid_point)(int r, int c, Point3 p);
-    int (*grid_end)();
-};
-
-enum OutputModeCode : int {
-    OUTPUT_SCREEN = 0,    // 3D pen of the active viewport
-    OUTPUT_POV = 1,       // triangle spool of the scene-file writer
-    OUTPUT_DXF = 2,       // 3DFACE entities
-    OUTPUT_RAW = 3,       // RAW triangle lines
-    OUTPUT_EXPLODE = 4,   // facets become objects
-    OUTPUT_SHADE = 5,     // filled polygons of the shaded view
-    OUTPUT_MODES = 6,
-};
-
-// The built-in consumer of a mode (screen and explode; the others are empty
-// until their writers fill their line here).
-OutputConsumer Output_DefaultConsumer(int mode);
-
-struct OutputState {
-    int Output_Mode = OUTPUT_SCREEN;   // what the generators produce, 0..5
-    OutputConsumer consumer[OUTPUT_MODES] = {
-        Output_DefaultConsumer(0), Output_DefaultConsumer(1), Output_DefaultConsumer(2),
-        Output_DefaultConsumer(3), Output_DefaultConsumer(4), Output_DefaultConsumer(5)};
-    int pen_valid = 0;          // the last move/line went to a finite point
-    int grid_rows = 0;          // R of the grid being walked
-    int grid_cols = 0;          // C of the grid being walked
-    int grid_collect = 0;       // the consumer collects the grid itself
-    int grid_skip = 0;          // grid collection failed: ignore the rest of it
-    Point3* explode_grid = nullptr;  // explode: (R + 1) x (C + 1) collected corners
-    int explode_rows = 0;       // explode: R of explode_grid
-    int explode_cols = 0;       // explode: C of explode_grid
-};
+// Puts the consumer of a mode into the table (the command layer does it for
+// every mode at start-up).
+void Output_SetConsumer(int mode, const OutputConsumer& consumer);
+// The consumer of the explode mode: facets become face objects, a grid one mesh.
+OutputConsumer Output_ExplodeConsumer();
+// Asks the screen consumer to redraw every viewport (nothing without one).
+void Output_RedrawScreen();
 
 // 1 when the current consumer is the wireframe picture (a generator may
 // leave out faces that only hide edges there, like the box's end faces).

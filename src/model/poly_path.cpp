@@ -13,7 +13,7 @@
 
 #include "model/geometry.h"
 #include "model/output.h"
-#include "view/viewport.h"
+#include "view/view_state.h"
 
 namespace {
 

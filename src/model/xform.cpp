@@ -5,8 +5,11 @@
 // off are never visited, so they keep their marks.
 #include "model/xform.h"
 
-#include "input/message.h"
-#include "input/selection.h"
+#include "base/message.h"
+#include "model/output.h"
+#include "model/selection.h"
+#include "scene/layers.h"
+#include "scene/mem.h"
 #include "state.h"
 
 namespace {
@@ -77,6 +80,21 @@ void EraseObject(Object* obj, Layer* layer) {
     Mem_Free(data);
 }
 
+// A changed copy of obj, not selected, as the newest object of layer;
+// 0 (nothing added) when memory or the modifier fails.
+int CopyObject(const Object* obj, Layer* layer, int colour) {
+    Object* copy = Object_Copy(obj);
+    if (!copy) return 0;
+    copy->selected = 0;
+    if (!Modify(copy)) {
+        Object_Free(copy);
+        return 0;
+    }
+    Object_LinkHead(copy, layer);
+    Selection_DrawObject(copy, colour);
+    return 1;
+}
+
 }  // namespace
 
 Point3 Transform_Point(Point3 p) {
@@ -113,6 +131,15 @@ int Xform_Run(Point3 base, Point3 second, int mode) {
                 continue;
             }
             if (g.aids.Auto_Deselect) Deselect(obj);
+            if (mode == XFORM_COPY) {   // the original stays; a changed copy joins its layer
+                Selection_DrawObject(obj, obj->selected ? highlight : colour);
+                if (!CopyObject(obj, layer, colour)) {
+                    failed = 1;
+                    Deselect(obj);
+                    Selection_DrawObject(obj, colour);
+                }
+                continue;
+            }
             Selection_DrawObject(obj, background);
             if (mode == XFORM_ERASE) {
                 Deselect(obj);
@@ -126,5 +153,6 @@ int Xform_Run(Point3 base, Point3 second, int mode) {
             Selection_DrawObject(obj, obj->selected ? highlight : colour);
         }
     }
+    if (g.aids.Auto_Redraw) Output_RedrawScreen();
     return 1;
 }

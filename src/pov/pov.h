@@ -12,27 +12,16 @@
 
 #include "scene/layers.h"
 #include "scene/object.h"
-#include "pov/pov_settings.h"
+#include "pov/pov_state.h"
 #include "pov/textures.h"
 
-// Writer state: alive only while a scene file is written, except
-// Vertex_Tolerance, which the DXF export shares. The settings saved with the
-// scene are PovSettings (pov_settings.h), in g.pov.
-struct PovState {
-    FILE* file = nullptr;                  // open scene file
-    char Pov_Indent_String[256] = "\n";    // starts every statement line
-    int Triangles_Pending = 0;             // the layer's stand-alone triangles are still to come
-    int Faces_Pending = 0;                 // the layer's stand-alone faces are still to come
-    double Vertex_Tolerance = 0.0;         // per-coordinate tolerance of shared vertices
-    FILE* spool = nullptr;                 // open "triangle.tmp" while a surface is spooled
-    long Spool_Count = 0;                  // triangles in the spool
-    TextureState textures;                 // texture chooser and editor
-};
-
 // --- scene file (pov_scene.cpp) ---
-// 1 written; 2 not written (No, or the file could not be created); 0 the
-// overwrite question was answered by another command.
-int Export_Pov();
+// The scene file's path: Scenes_Dir (POV_DIR when empty) + "/" +
+// Scene_Name + ".pov".
+void Pov_ScenePath(char* out, size_t size);
+// Writes the whole scene file to `path`, replacing it only when every write
+// succeeded. 1 written; 2 not written (message printed).
+int Pov_WriteScene(const char* path);
 void Pov_Printf(const char* format, ...) __attribute__((format(printf, 1, 2)));
 void Pov_Indent();
 Layer* Pov_WriteLayer(Layer* layer);

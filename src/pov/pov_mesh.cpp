@@ -7,7 +7,7 @@
 #include <bit>
 #include <cstring>
 
-#include "input/message.h"
+#include "base/message.h"
 #include "pov/pov.h"
 #include "pov/pov_triangles.h"
 #include "scene/mem.h"
@@ -104,7 +104,12 @@ void Pov_WriteMesh(Object* object) {
         else
             Object_Draw(object);
         g.output.Output_Mode = mode;
-        Pov_WriteSpooled(object);
+        if (fflush(p.spool) != 0 || ferror(p.spool)) {
+            Msg_Printf("\nError: Writing <triangle.tmp> failed (disk full?)");
+            p.Write_Error = 1;   // a scene file that lacks part of a surface is not written
+        } else {
+            Pov_WriteSpooled(object);
+        }
         fclose(p.spool);
         p.spool = nullptr;
         Msg_Printf("_");

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <vector>
 
-#include "input/message.h"
+#include "base/message.h"
 #include "pov/pov.h"
 #include "pov/pov_triangles.h"
 #include "state.h"

@@ -7,10 +7,9 @@
 #include <cmath>
 #include <cstdarg>
 #include <cstring>
-#include <sys/stat.h>
 
-#include "input/input.h"
-#include "input/message.h"
+#include "base/message.h"
+#include "base/safe_file.h"
 #include "pov/pov.h"
 #include "pov/textures.h"
 #include "state.h"
@@ -98,11 +97,6 @@ void WriteTransformLines(Point3 s, Point3 r, Point3 t, int rotation_order) {
         Pov_Indent();
         Pov_Printf("translate <%g, %g, %g>", t.x, t.y, t.z);
     }
-}
-
-int FileExists(const char* path) {
-    struct stat st;
-    return stat(path, &st) == 0;
 }
 
 }  // namespace
@@ -207,29 +201,23 @@ Layer* Pov_WriteLayer(Layer* layer) {
     return n;
 }
 
-int Export_Pov() {
-    PovState& p = g.writer;
-    char path[256];
+void Pov_ScenePath(char* out, size_t size) {
     const char* dir = g.config.Scenes_Dir[0] ? g.config.Scenes_Dir : g.config.POV_DIR;
-    snprintf(path, sizeof path, "%s/%s.pov", dir, g.run.Scene_Name);
+    snprintf(out, size, "%s/%s.pov", dir, g.run.Scene_Name);
+}
 
-    if (g.pov.Overwrite_Pov == 0 && FileExists(path)) {
-        Input_SetKeywords("Y,N", 0, 0);
-        Input_SetMask(1);
-        if (!Input_Get("\nEXPORTPOV> File already Exists, Overwrite it (Yes,No)? <Y>:", nullptr)) return 0;
-        if (g.input.InputResult.kind == 2) {
-            Msg_Printf("\nExport aborted");
-            return 2;
-        }
-    }
-    FILE* f = fopen(path, "w");
-    if (!f) {
+int Pov_WriteScene(const char* path) {
+    PovState& p = g.writer;
+    SafeFile out;
+    if (!SafeFile_Open(&out, path, "w")) {
         Msg_Printf("\nError: Creating file <%s>", path);
         return 2;
     }
+    FILE* f = out.f;
     setvbuf(f, nullptr, _IOFBF, 10000);
     Msg_Printf("\nMaking <%s.pov>", g.run.Scene_Name);
     p.file = f;
+    p.Write_Error = 0;
     strcpy(p.Pov_Indent_String, "\n");
 
     for (const char* line : kHeader) Pov_Printf("%s", line);
@@ -281,7 +269,15 @@ int Export_Pov() {
         }
     }
     g.output.Output_Mode = OUTPUT_SCREEN;
-    fclose(f);
     p.file = nullptr;
+    if (p.Write_Error) {   // a surface could not be spooled: the file would lack it
+        SafeFile_Discard(&out);
+        Msg_Printf("\nError: <%s> not written", path);
+        return 2;
+    }
+    if (!SafeFile_Commit(&out, 0)) {
+        Msg_Printf("\nError: Writing <%s> failed (disk full?), the file is unchanged", path);
+        return 2;
+    }
     return 1;
 }

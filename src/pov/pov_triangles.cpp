@@ -14,7 +14,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "input/message.h"
+#include "base/message.h"
 #include "pov/pov.h"
 #include "state.h"
 

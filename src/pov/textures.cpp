@@ -9,7 +9,7 @@
 #include <cstring>
 #include <strings.h>
 
-#include "input/message.h"
+#include "base/message.h"
 #include "pov/pov.h"
 #include "state.h"
 

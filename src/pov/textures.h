@@ -94,9 +94,6 @@ static_assert(offsetof(TextureRecord, finish_bits) == 0x334);
 static_assert(offsetof(TextureRecord, tile2_name) == 0x339);
 static_assert(offsetof(TextureRecord, tex_translate) == 0x378);
 
-struct TextureState {
-    char Current_Texture_Name[21] = "";   // texture last chosen or saved
-};
 
 // A record with every field at its default (padding zero).
 TextureRecord Texture_Default();

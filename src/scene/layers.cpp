@@ -5,7 +5,7 @@
 
 #include "scene/mem.h"
 #include "state.h"
-#include "ui/field.h"
+#include "base/field.h"
 
 namespace {
 

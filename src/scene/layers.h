@@ -9,6 +9,7 @@
 #include <cstdint>
 
 #include "scene/object.h"
+#include "scene/scene_state.h"
 
 enum LayerCsg : int32_t { CSG_UNION = 1, CSG_MERGE = 2, CSG_INTERSECTION = 3, CSG_DIFFERENCE = 4 };
 
@@ -32,15 +33,6 @@ struct Layer {
     int32_t rotation_order;    // 0 = X, Z, Y one by one; else one X-Y-Z rotation
 };
 
-struct SceneState {
-    Layer* First_Layer = nullptr;     // head of the layer list
-    Layer* Current_Layer = nullptr;   // receives new objects; set while any layer exists
-    int Layer_Base = 0;               // layers before a merge; positions count after it
-    int Default_No_shadow = 0;        // flags of new objects
-    int Default_Smooth = 0;
-    int Selected_Count = 0;           // objects in the selection set
-    int Scene_Changed = 0;            // a layer colour changed: redraw wanted
-};
 
 Layer* Layer_NewFirst();
 Layer* Layer_Append();

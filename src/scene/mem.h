@@ -6,10 +6,8 @@
 #pragma once
 #include <cstddef>
 
-struct MemState {
-    long fail_countdown = 0;  // >0: the allocation that brings it to 0 fails
-    long live_blocks = 0;     // blocks handed out and not yet freed
-};
+#include "scene/scene_state.h"
+
 
 void* Mem_Alloc(size_t size);               // nullptr on failure
 void* Mem_Realloc(void* p, size_t size);    // nullptr on failure, p untouched

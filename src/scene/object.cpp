@@ -126,6 +126,13 @@ void Object_Free(Object* obj) {
     Mem_Free(obj);
 }
 
+void Object_LinkHead(Object* obj, Layer* layer) {
+    obj->prev = nullptr;
+    obj->next = layer->first_object;
+    if (layer->first_object) layer->first_object->prev = obj;
+    layer->first_object = obj;
+}
+
 Object* Object_Copy(const Object* obj) {
     void* data = CopyRecord(obj->data, obj->kind);
     if (!data) return nullptr;

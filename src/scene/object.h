@@ -148,6 +148,8 @@ void Object_Unlink(Object* obj, Layer* layer);
 void Object_Free(Object* obj);
 // Independent copy of obj (record and points), not linked anywhere.
 Object* Object_Copy(const Object* obj);
+// Links an unlinked node in as the newest object of layer.
+void Object_LinkHead(Object* obj, Layer* layer);
 
 int Poly_InsertPoint(PolylineData* poly, Point3 p, int index);
 int Poly_DeletePoint(PolylineData* poly, int index);

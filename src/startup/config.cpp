@@ -14,8 +14,9 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "base/field.h"
+#include "startup/startup.h"
 #include "state.h"
-#include "ui/field.h"
 
 namespace {
 

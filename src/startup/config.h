@@ -2,39 +2,7 @@
 // reader and the directory check.
 #pragma once
 
-// Colour indices of the screen elements, in the order of the [VIDEO] keys.
-struct ScreenColors {
-    int background, foreground, general_color;
-    int view_bkcolor, view_fgcolor, view_boarder, view_text, view_center;
-    int view_xaxis, view_yaxis, view_zaxis, view_grid, view_blip, view_camera;
-    int dialog_bk, dialog_fg, dialog_trim, dialog_shadow;
-    int menu_bkcolor, menu_fgcolor, menu_selectbk, menu_selectfg;
-    int msub_bkcolor, msub_fgcolor, msub_selectbk, msub_selectfg, msub_shadow;
-    int side_selectbk, side_selectfg;
-};
-
-struct ConfigState {
-    char QMR_DIR[100];          // main directory
-    char WORK_DIR[100];         // work directory: work files, textures.wrk
-    char SUPPORT_DIR[100];      // menus, dialogs, command.dat
-    char POV_DIR[100];          // where the ray-tracer program is
-    char Scenes_Dir[100];       // scene files and option files are written here
-    char Images_Dir[100];       // the ray tracer writes its image here
-    char Include_Dir[100];      // the ray tracer's include directory
-    char MainMenu_Name[13];     // pull-down menu file
-    char SideMenu_Name[13];     // side menu file
-    char Tracer_Program[13];    // ray-tracer program file name
-    char Font_Name[13];         // system font file
-    int Video_Mode;             // 18, 256..261
-    int Optimize_PovOut;        // scene writer option
-    int Beep_Sounds;            // beep on errors
-    int Bezier_Output;          // scene writer option
-    int Crosshairs_Color;       // WHITE or GRAY
-    int Crosshairs_Full;        // 1: crosshair across the drawing area, 0: small cross
-    int Crosshairs_Size;        // half-size of the small cross in pixels
-    int Mouse_SpeedX, Mouse_SpeedY;
-    ScreenColors colors;
-};
+#include "startup/startup_state.h"
 
 void Config_SetDefaults();
 void Config_Read();

@@ -1,5 +1,4 @@
-// startup.cpp - start-up order, the work-file cycle, orderly exit, and the
-// file commands that are thin prompts around the work-file reader and writer.
+// startup.cpp - start-up order, the work-file cycle and the orderly exit.
 //
 // Start reading at Startup_Run(): banner, signals, configuration, directory
 // check, display, menus, then load -> command loop -> (NEW: load again |
@@ -14,14 +13,18 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "base/field.h"
+#include "base/message.h"
+#include "cmd/cmd.h"
 #include "gfx/gfx.h"
 #include "gfx/screen.h"
-#include "input/message.h"
 #include "input/status_line.h"
+#include "scene/layers.h"
+#include "startup/config.h"
 #include "state.h"
-#include "ui/field.h"
 #include "ui/menu.h"
 #include "view/view_commands.h"
+#include "view/viewport.h"
 #include "workfile/workfile.h"
 
 namespace {
@@ -60,18 +63,7 @@ void SetWorkPath(const char* name) {
     snprintf(g.run.workFilePath, sizeof g.run.workFilePath, "%s/%s", g.config.WORK_DIR, name);
 }
 
-int AskYesNo(const char* keywords, const char* prompt) {
-    Input_SetKeywords(keywords, 0, 0);
-    Input_SetMask(1);
-    return Input_Get(prompt, nullptr);
-}
-
 }  // namespace
-
-const char* SetFatalMessage(const char* text) {
-    snprintf(g.run.fatalMessage, sizeof g.run.fatalMessage, "%s\n", text);
-    return g.run.fatalMessage;
-}
 
 void Shutdown() {
     MenuBar_Free(&g.menus.bar);
@@ -131,6 +123,7 @@ void Startup_Run(int argc, char** argv) {
     printf("-X11-pl2, %s\n\n", "Jan  8 1996");
     fflush(stdout);
     InstallSignals();
+    Commands_Install();
     Config_SetDefaults();
     Config_Read();
     Config_CheckDirs();
@@ -153,56 +146,4 @@ void Startup_Run(int argc, char** argv) {
         if (!g.run.restartFlag) Exit(0);
         Startup_Restart();
     }
-}
-
-int Com_SaveAs() {
-    // The file browser that chooses the new name is not built yet: behave as
-    // if it was cancelled.
-    g.input.InputResult.code = 0;
-    return 0;
-}
-
-int Com_Save() {
-    g.input.InputResult.code = 0;
-    if (SameName(g.run.workFileName, "UNTITLED")) return Com_SaveAs();
-    char scene[13], image[13];
-    memcpy(scene, g.run.Scene_Name, sizeof scene);
-    memcpy(image, g.run.Image_Name, sizeof image);
-    Msg_Printf("\nSaving <%s>...", g.run.workFileName);
-    if (!WorkFile_Save(g.run.currentFilePath)) Msg_Printf("\nUnable to Save File!");
-    memcpy(g.run.Scene_Name, scene, sizeof scene);
-    memcpy(g.run.Image_Name, image, sizeof image);
-    return 1;
-}
-
-int Com_Exit() {
-    SideMenu_Show(1512);
-    char prompt[128];
-    snprintf(prompt, sizeof prompt, "\nEXIT> Save changes to <%s>? <Yes,No> <Yes>: ",
-             g.run.workFileName);
-    if (!AskYesNo("N,Y", prompt)) return 0;
-    if (g.input.InputResult.kind != 1) Com_Save();
-    return 1;
-}
-
-int Com_New() {
-    char prompt[128];
-    snprintf(prompt, sizeof prompt, "NEW> Save changes to <%s>? <Yes,No> <N>: ",
-             g.run.workFileName);
-    if (!AskYesNo("Y,N", prompt)) return 0;
-    if (g.input.InputResult.kind == 1) Com_Save();
-    return 1;
-}
-
-int Com_Clear() {
-    if (!AskYesNo("Y,N", "\nCLEAR> Are you Sure you want to start from scratch? <Y/N> <N>: "))
-        return 0;
-    if (g.input.InputResult.kind != 1) return 1;
-    Scene_Clear();
-    if (!Layer_NewFirst()) {
-        SetFatalMessage("Unable to setup first layer.");
-        Exit(1);
-    }
-    Views_RedrawAll();
-    return 1;
 }

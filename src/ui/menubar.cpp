@@ -6,10 +6,10 @@
 // and is kept above the input line and inside the window.
 #include <cstring>
 
+#include "base/field.h"
 #include "gfx/gfx.h"
-#include "input/input.h"
 #include "state.h"
-#include "ui/field.h"
+#include "ui/command_names.h"
 #include "ui/menu.h"
 
 namespace {

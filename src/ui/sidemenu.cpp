@@ -8,10 +8,11 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "base/field.h"
+#include "base/message.h"
 #include "gfx/gfx.h"
-#include "input/input.h"
 #include "state.h"
-#include "ui/field.h"
+#include "ui/command_names.h"
 #include "ui/menu.h"
 
 namespace {

@@ -1,8 +1,6 @@
-// view_commands.cpp - the commands that change a viewport's settings (view
-// kinds, WORLD, DUPLICATE, AREA, ELEVATION, VPOINT), maximise and restore,
-// the viewport switch by click, the pick handler and the interactive drag.
+// view_commands.cpp - what the prompt does to the viewports: maximise and
+// restore, the viewport switch by click and the interactive drag.
 //
-// Every view change ends with SaveZoom so that UNZOOM can step back over it.
 // The drag measures the pointer from the screen centre (where it is first
 // placed) and rebuilds the view from the record it started with, so that a
 // long drag does not accumulate rounding.
@@ -13,11 +11,9 @@
 #include <cstdlib>
 
 #include "gfx/gfx.h"
-#include "input/input.h"
-#include "input/message.h"
-#include "input/settings.h"
 #include "state.h"
 #include "view/view_draw.h"
+#include "view/viewport.h"
 
 namespace {
 
@@ -26,31 +22,6 @@ const double DRAG_POLL_INTERVAL = 0.002;   // seconds: a drag stops drawing with
 
 
 Viewport* Active() { return &g.view.Active_Viewport; }
-
-int SetKind(int kind) {
-    View_SetKind(Active(), kind);
-    SaveZoom();
-    View_Refresh();
-    return 1;
-}
-
-// Asks for a number with `prompt`; 0 when a command replaced the input,
-// else 1 with *got set when a number came (Enter keeps the value).
-int AskNumber(const char* prompt, double* value, int* got) {
-    Input_SetMask(1);
-    Input_SetKeywords(nullptr, 1, 0);
-    *got = 0;
-    if (!Input_Get(prompt, nullptr)) return 0;
-    if (g.input.InputResult.kind == -3) {
-        char* end;
-        double v = strtod(g.input.InputResult.text, &end);
-        if (end != g.input.InputResult.text && std::isfinite(v)) {
-            *value = v;
-            *got = 1;
-        }
-    }
-    return 1;
-}
 
 int SlotsOfLayout(int layout) {
     static const int kSlots[8] = {0, 1, 2, 2, 3, 3, 4, 4};
@@ -126,109 +97,12 @@ void Drag3D(const DragStart& s, int bits, double dx, double dy) {
         cam = Vec_Add(tar, {r * std::cos(pitch) * std::sin(yaw), r * std::sin(pitch),
                         r * std::cos(pitch) * std::cos(yaw)});
     }
-    Var_SetPoint("TAR", &tar);
-    Var_SetPoint("CAM", &cam);
-    Var_SetDouble("FOV", &fov);
+    Views_SetTar(tar);
+    Views_SetCam(cam);
+    Views_SetFov(fov);
 }
 
 }  // namespace
-
-// --- view kinds ---
-
-int Com_View3D() {
-    if (!Active()->camera_valid) {
-        Msg_Printf("Camera Not Defined!");
-        return 1;
-    }
-    Msg_Printf("\nSwitching to 3D perspective view");
-    return SetKind(VIEW_3D);
-}
-
-int Com_ToggleWorld() {
-    Active()->WORLD = !Active()->WORLD;
-    SaveZoom();
-    View_Refresh();
-    return 1;
-}
-
-int Com_ViewTop() { return SetKind(VIEW_TOP); }
-int Com_ViewBottom() { return SetKind(VIEW_BOTTOM); }
-int Com_ViewRight() { return SetKind(VIEW_RIGHT); }
-int Com_ViewLeft() { return SetKind(VIEW_LEFT); }
-int Com_ViewFront() { return SetKind(VIEW_FRONT); }
-int Com_ViewBack() { return SetKind(VIEW_BACK); }
-
-// --- settings of the active viewport ---
-
-int Com_Area() {
-    char prompt[80];
-    snprintf(prompt, sizeof prompt, "\nSet drawing Area <%g>: ", Active()->AREA);
-    double a = Active()->AREA;
-    int got;
-    if (!AskNumber(prompt, &a, &got)) return 0;
-    if (!got) return 1;
-    View_SetArea(Active(), a);
-    SaveZoom();
-    if (g.aids.Auto_Regen) View_Refresh();
-    return 1;
-}
-
-int Com_Elevation() {
-    Viewport* vp = Active();
-    Point3 c = View_GetCentre(vp);
-    char prompt[80];
-    snprintf(prompt, sizeof prompt, "\nSet Elevation value <%g>: ", Vec_Dot(c, vp->axis_d));
-    double e = 0;
-    int got;
-    if (!AskNumber(prompt, &e, &got)) return 0;
-    if (!got) return 1;
-    c = Vec_Add(Vec_Add(Vec_Scale(vp->axis_h, Vec_Dot(c, vp->axis_h)), Vec_Scale(vp->axis_v, Vec_Dot(c, vp->axis_v))),
-            Vec_Scale(vp->axis_d, e));
-    View_SetCentre(vp, c);
-    SaveZoom();
-    if (vp->WORLD && g.aids.Auto_Regen) View_Refresh();
-    return 1;
-}
-
-int Com_Vpoint() {
-    Viewport* vp = Active();
-    char prompt[80];
-    double pitch = vp->PITCH, heading = vp->HEADING;
-    int got;
-    snprintf(prompt, sizeof prompt, "\nVPOINT>> Set Pitch rotation value <%g>: ", pitch);
-    if (!AskNumber(prompt, &pitch, &got)) return 0;
-    snprintf(prompt, sizeof prompt, "\nVPOINT>> Set Heading rotation value <%g>: ", heading);
-    if (!AskNumber(prompt, &heading, &got)) return 0;
-    View_SetPitch(vp, pitch);
-    View_SetHeading(vp, heading);
-    SaveZoom();
-    vp->WORLD = 1;
-    if (g.aids.Auto_Regen) View_Refresh();
-    return 1;
-}
-
-int Com_Duplicate() {
-    ViewState& v = g.view;
-    if (v.Viewport_Layout == 1) {
-        Msg_Printf("\nCan't duplicate, only one viewport on screen.");
-        return 1;
-    }
-    Viewport source = v.Active_Viewport;
-    int from = v.Current_Viewport;
-    v.select_viewport = 1;
-    Input_SetMask(1);
-    int ok = Input_Get("\nDUPLICATE> Select a Viewport: ", nullptr);
-    v.select_viewport = 0;
-    if (!ok) return 0;
-    if (v.Current_Viewport == from) return 1;   // no other viewport was picked
-    Viewport* vp = &v.Active_Viewport;
-    double l = vp->rect_left, t = vp->rect_top, r = vp->rect_right, b = vp->rect_bottom;
-    *vp = source;
-    View_SetRect(vp, l, t, r, b);
-    Views_StoreActive();
-    View_Refresh();
-    return 1;
-}
 
 // --- the viewport side of the prompt ---
 
@@ -264,12 +138,6 @@ int Views_SwitchAt(int x, int y) {
         return 1;
     }
     return 0;
-}
-
-int View_PickHandler(int x, int y) {
-    View_ScreenToWorld(Active(), x, y);
-    g.input.cursorPoint = Active()->picked_point;
-    return Input_AcceptPoint();
 }
 
 // --- drag ---

@@ -11,12 +11,13 @@
 #include <cmath>
 #include <initializer_list>
 
+#include "base/message.h"
 #include "gfx/gfx.h"
 #include "gfx/screen.h"
-#include "input/message.h"
 #include "model/geometry.h"
 #include "state.h"
 #include "view/view_commands.h"
+#include "view/viewport.h"
 
 namespace {
 
@@ -288,6 +289,9 @@ Point3 View_LayerPoint(Point3 p) {
     int top = v.xform_depth <= VIEW_XFORM_MAX ? v.xform_depth - 1 : VIEW_XFORM_MAX - 1;
     return Apply(v.xform[top], p);
 }
+
+void View_ScreenMoveTo(Point3 p) { View_MoveTo(&g.view.Active_Viewport, View_LayerPoint(p)); }
+int View_ScreenLineTo(Point3 p) { return View_LineTo(&g.view.Active_Viewport, View_LayerPoint(p)); }
 
 int View_LayerColour(const Layer* layer) {
     int bk = Colours().view_bkcolor;

@@ -21,6 +21,10 @@ int Scene_DrawObjectsInterruptible();
 void View_PushLayerTransform(const Layer* layer);
 void View_PopLayerTransform();
 Point3 View_LayerPoint(Point3 p);
+// The screen consumer of the facet sink: the 3D pen of the active viewport,
+// each point through the layer transforms.
+void View_ScreenMoveTo(Point3 p);
+int View_ScreenLineTo(Point3 p);
 
 // Drawing colour of a layer's objects: its colour, or colour XOR the
 // viewport background when the two are equal.

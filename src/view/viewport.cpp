@@ -230,6 +230,21 @@ void View_SetCentre(Viewport* vp, Point3 p) { vp->ELEVATION = p; }
 
 Point3 View_GetCentre(const Viewport* vp) { return vp->ELEVATION; }
 
+double View_GetElevation(const Viewport* vp) { return Vec_Dot(vp->ELEVATION, vp->axis_d); }
+
+void View_SetElevation(Viewport* vp, double e) {
+    Point3 c = vp->ELEVATION;
+    vp->ELEVATION = Vec_Add(Vec_Add(Vec_Scale(vp->axis_h, Vec_Dot(c, vp->axis_h)),
+                                    Vec_Scale(vp->axis_v, Vec_Dot(c, vp->axis_v))),
+                            Vec_Scale(vp->axis_d, e));
+}
+
+void View_CopyInto(Viewport* dst, const Viewport* src) {
+    double l = dst->rect_left, t = dst->rect_top, r = dst->rect_right, b = dst->rect_bottom;
+    *dst = *src;
+    View_SetRect(dst, l, t, r, b);
+}
+
 void View_Project(Viewport* vp, Point3 p) {
     if (vp->VIEW == VIEW_3D) {
         const ViewState& v = g.view;

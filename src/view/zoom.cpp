@@ -1,5 +1,5 @@
-// zoom.cpp - the per-slot zoom stacks and the commands that change what a
-// viewport shows: redraw, zoom to a window, zoom out, zoom all, unzoom, pan.
+// zoom.cpp - the per-slot zoom stacks and the arithmetic of the zoom
+// commands: zoom to a window, pan, step back, frame the extents.
 //
 // Each slot 1..4 keeps a doubly linked list of saved views, oldest first,
 // one heap node per save and no depth limit. Zoom_ResetAll leaves exactly
@@ -9,12 +9,12 @@
 #include <initializer_list>
 #include <cstdlib>
 
-#include "input/input.h"
-#include "input/message.h"
+#include "base/message.h"
 #include "scene/mem.h"
 #include "state.h"
 #include "view/view_commands.h"
 #include "view/view_draw.h"
+#include "view/viewport.h"
 
 namespace {
 
@@ -49,16 +49,6 @@ void FreeStack(int slot) {
         z = next;
     }
     g.view.zoom_first[slot] = g.view.zoom_last[slot] = nullptr;
-}
-
-// Asks for a point, with a rubber band from `base` when one is given; 0
-// when a command replaced the input, else 1 with *got set when a point came.
-int AskPoint(const char* prompt, const Point3* base, const char* shape, Point3* out, int* got) {
-    Input_SetMask(16);
-    if (base) Input_SetRubberBand(base, shape, nullptr);
-    if (!Input_Get(prompt, out)) return 0;
-    *got = g.input.InputResult.kind == 0;
-    return 1;
 }
 
 }  // namespace
@@ -118,52 +108,13 @@ void View_PanBy(Point3 base, Point3 offset) {
     SaveZoom();
 }
 
-// --- commands ---
+// --- stepping back and framing ---
 
-int Com_Redraw() {
-    Msg_Printf("\nRedrawing...");
-    View_Refresh();
-    return 1;
-}
-
-int Com_RedrawAll() {
-    Msg_Printf("\nRedrawing...");
-    Views_RedrawAll();
-    return 1;
-}
-
-int Com_ZoomIn() {
-    Point3 p1, p2;
-    int got = 0;
-    if (!AskPoint("\nZOOMIN>> Upper/Left Corner: ", nullptr, nullptr, &p1, &got)) return 0;
-    if (!got) return 1;
-    if (!AskPoint("\nZOOMIN>> Lower/Right Corner: ", &p1, "RECT", &p2, &got)) return 0;
-    if (!got) return 1;
-    View_ZoomWindow(p1, p2);
-    View_Refresh();
-    return 1;
-}
-
-int Com_ZoomOut() {
-    Viewport* vp = &g.view.Active_Viewport;
-    View_SetArea(vp, vp->AREA * 2);
-    SaveZoom();
-    View_Refresh();
-    return 1;
-}
-
-int Com_Unzoom() {
+int Zoom_Back() {
     int slot = ClampSlot(g.view.Current_Viewport);
     ZoomNode* last = g.view.zoom_last[slot];
-    if (!last) {
-        Msg_Printf("\nNo previouse Zoom settings!");
-        return 1;
-    }
-    if (!last->prev) {
-        Msg_Printf("\nNo previouse Zoom settings.");
-        return 1;
-    }
-    Msg_Printf("\nUnzooming...");
+    if (!last) return ZOOM_NO_STACK;
+    if (!last->prev) return ZOOM_NO_PREVIOUS;
     const ZoomNode* z = last->prev;
     Viewport* vp = &g.view.Active_Viewport;
     View_SetKind(vp, z->VIEW);
@@ -175,47 +126,22 @@ int Com_Unzoom() {
     last->prev->next = nullptr;
     g.view.zoom_last[slot] = last->prev;
     Mem_Free(last);
-    View_Refresh();
-    return 1;
+    return ZOOM_DONE;
 }
 
-int Com_ZoomAll() {
+int View_MeasureExtents(Point3* p1, Point3* p2) {
     Viewport* vp = &g.view.Active_Viewport;
-    if (vp->VIEW == VIEW_3D) {
-        Msg_Printf("\nCan't ZoomAll in 3D view!");
-        return 1;
-    }
-    Msg_Printf("\nPlease Wait!...");
     View_ResetExtents(vp);
     vp->extents_mode = 1;
     View_Refresh();
     vp->extents_mode = 0;
-    if (!vp->extents_found) {
-        Msg_Printf("\nUnable to ZoomAll");
-        View_Refresh();
-        return 1;
-    }
+    if (!vp->extents_found) return 0;
     int snap = vp->SNAP;
     vp->SNAP = 0;
     View_ScreenToWorld(vp, (int)vp->ext_min_x, (int)vp->ext_min_y);
-    Point3 p1 = vp->picked_point;
+    *p1 = vp->picked_point;
     View_ScreenToWorld(vp, (int)vp->ext_max_x, (int)vp->ext_max_y);
-    Point3 p2 = vp->picked_point;
+    *p2 = vp->picked_point;
     vp->SNAP = snap;
-    View_ZoomWindow(p1, p2);
-    View_SetArea(vp, vp->AREA / 0.95);   // a 5% margin
-    View_Refresh();
-    return 1;
-}
-
-int Com_Pan() {
-    Point3 base, offset;
-    int got = 0;
-    if (!AskPoint("\nPAN>> Set Base Point: ", nullptr, nullptr, &base, &got)) return 0;
-    if (!got) return 1;
-    if (!AskPoint("\nPAN>> Set offset Point: ", &base, "LINE", &offset, &got)) return 0;
-    if (!got) return 1;
-    View_PanBy(base, offset);
-    View_Refresh();
     return 1;
 }

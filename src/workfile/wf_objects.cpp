@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <cstring>
 
-#include "input/message.h"
+#include "base/message.h"
 #include "scene/mem.h"
 #include "state.h"
 #include "workfile/wf_internal.h"

@@ -10,7 +10,7 @@
 // an old file keeps the views that are open and loses only its own.
 #include <cstring>
 
-#include "input/message.h"
+#include "base/message.h"
 #include "state.h"
 #include "workfile/wf_internal.h"
 #include "workfile/wf_io.h"

@@ -12,7 +12,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "input/message.h"
+#include "base/message.h"
 #include "scene/mem.h"
 #include "state.h"
 #include "workfile/wf_internal.h"

@@ -1,9 +1,10 @@
 // wf_views.cpp - the work file's share of the viewports: the layout and
 // current-viewport settings, the four stored viewports (section 3), and
 // what a load does to the views afterwards.
-#include "state.h"
 #include "input/settings.h"
+#include "state.h"
 #include "view/view_commands.h"
+#include "view/viewport.h"
 #include "workfile/wf_internal.h"
 #include "workfile/wf_io.h"
 

@@ -1,15 +1,15 @@
 // wf_write.cpp - the work-file writer (always version 2.10).
 //
 // The scene is written to a temporary file next to the target ("$cene.qmr"
-// for "scene.qmr"); only when every write succeeded is the target replaced,
-// so a full disk never costs the user the old file. All writes go through
-// wf_io.cpp, which keeps a sticky error flag checked once at the end.
+// for "scene.qmr"), flushed to the disk and renamed over the target only
+// when every write succeeded, so neither a full disk nor a crash costs the
+// user the old file. All writes go through wf_io.cpp, which keeps a sticky
+// error flag checked once at the end.
 #include <cstdio>
-#include <cstring>
-#include <string>
 
-#include "input/message.h"
-#include "gfx/gfx.h"
+#include "base/message.h"
+#include "base/safe_file.h"
+#include "scene/layers.h"
 #include "state.h"
 #include "workfile/wf_internal.h"
 #include "workfile/wf_io.h"
@@ -74,28 +74,14 @@ void WriteLayer(FILE* f, const Layer* l, int pos) {
     if (l->first_object) Wf_WriteObjects(f, l);
 }
 
-// Directory (with its slash), name and extension (with its dot) of a path.
-void SplitPath(const char* path, std::string* dir, std::string* name, std::string* ext) {
-    const char* slash = strrchr(path, '/');
-    const char* base = slash ? slash + 1 : path;
-    dir->assign(path, base - path);
-    const char* dot = strrchr(base, '.');
-    if (!dot) dot = base + strlen(base);
-    name->assign(base, dot - base);
-    ext->assign(dot);
-}
-
 }  // namespace
 
 int WorkFile_Save(const char* path) {
-    std::string dir, name, ext;
-    SplitPath(path, &dir, &name, &ext);
-    if (name.empty()) return 0;
-    std::string temp = dir + "$" + name.substr(1) + ext;
-    FILE* f = fopen(temp.c_str(), "wb");
-    if (!f) return 0;
-    Wf_SetNames(path);
     g.workfile.Write_Error = 0;
+    SafeFile out;
+    if (!SafeFile_Open(&out, path, "wb")) return 0;   // no name, or no temporary file
+    FILE* f = out.f;
+    Wf_SetNames(path);
 
     Wf_PutRaw(f, kMagic210, sizeof kMagic210);
     WriteSettings(f);
@@ -106,15 +92,9 @@ int WorkFile_Save(const char* path) {
     for (const Layer* l = g.scene.First_Layer; l; l = l->next) WriteLayer(f, l, pos++);
     Wf_PutByte(f, TAG_END);
 
-    // Buffered bytes only reach the disk here, so the close counts as a write.
-    int ok = !g.workfile.Write_Error && fflush(f) == 0;
-    if (fclose(f) != 0) ok = 0;
-    if (ok) {
-        remove(path);
-        return rename(temp.c_str(), path) == 0;
-    }
+    if (!g.workfile.Write_Error && SafeFile_Commit(&out, 1)) return 1;
+    SafeFile_Discard(&out);
+    g.workfile.Write_Error = 1;   // the caller waits for a key after this message
     Msg_Printf("\nUnable to save file, Out of disk space...Press any key!");
-    if (X11_IsOpen()) X11_GetKey();   // no keyboard before the window exists
-    remove(temp.c_str());
     return 0;
 }

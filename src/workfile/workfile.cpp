@@ -5,9 +5,9 @@
 
 #include <cstring>
 
-#include "input/message.h"
+#include "base/message.h"
 #include "state.h"
-#include "ui/field.h"
+#include "base/field.h"
 #include "workfile/wf_internal.h"
 #include "workfile/wf_io.h"
 

@@ -3,12 +3,12 @@
 #pragma once
 #include <cstdio>
 
-struct WorkFileState {
-    int Write_Error = 0;   // sticky: set by the first failed write of a save
-};
+#include "workfile/workfile_state.h"
+
 
 // Each returns 1 on success, 0 on failure with a message already printed
-// where the format has one.
+// where the format has one. A save that failed in its writes (as opposed to
+// one whose file could not be created) leaves g.workfile.Write_Error set.
 int WorkFile_Load(const char* path);
 int WorkFile_Save(const char* path);
 int WorkFile_Merge(const char* path);

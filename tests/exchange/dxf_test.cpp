@@ -30,7 +30,7 @@ class DxfTest : public ExchangeTest {
     int Import(const std::string& path, const std::vector<std::string>& answers) {
         Answer(answers);
         int result = -1;
-        EXPECT_TRUE(Headless_RunSession([&] { result = Dxf_Import(path.c_str()); }));
+        EXPECT_TRUE(Headless_RunSession([&] { result = Import_Dxf(path.c_str()); }));
         return result;
     }
 };

@@ -4,7 +4,7 @@
 
 #include "gfx/headless/headless.h"
 #include "headless_session.h"
-#include "input/message.h"
+#include "base/message.h"
 
 namespace {
 

@@ -19,8 +19,8 @@ class CommandLoopTest : public SessionTest {
     // Points the support directory at dir, whose command.dat is read afresh.
     void UseSupportDir(const TempDir& dir) {
         snprintf(g.config.SUPPORT_DIR, sizeof g.config.SUPPORT_DIR, "%s", dir.path().c_str());
-        g.input.commandsUnread = 1;
-        g.input.CommandTable.clear();
+        g.menus.commandsUnread = 1;
+        g.menus.CommandTable.clear();
     }
 };
 
@@ -164,7 +164,7 @@ TEST_F(CommandLoopTest, LongCommandTableGrows) {
     EXPECT_EQ(Command_Lookup("noclose"), 0);
     EXPECT_EQ(Command_Lookup("onlyname"), 0);
     EXPECT_EQ(Command_Lookup(""), 6);   // an empty name is still a name
-    EXPECT_EQ(g.input.CommandTable.size(), 501u);
+    EXPECT_EQ(g.menus.CommandTable.size(), 501u);
 }
 
 TEST_F(CommandLoopTest, SideMenuCommandAndCancelRow) {

@@ -1,6 +1,6 @@
 // xform_test.cpp - selection marks and the transform engine's move and erase.
 #include "headless_session.h"
-#include "input/selection.h"
+#include "model/selection.h"
 #include "model/xform.h"
 
 namespace {

@@ -7,7 +7,7 @@
 
 #include "e2e/process.h"
 #include "input/session.h"
-#include "ui/field.h"
+#include "base/field.h"
 
 namespace {
 
@@ -185,7 +185,7 @@ TEST_F(MenuTest, InstalledSupportFiles) {
     for (int c = 301; c <= 317; c++) codes.push_back(c);
     ASSERT_EQ(Command_ReadTable(), 1);
     std::set<int> named;
-    for (const InputState::CommandRec& r : g.input.CommandTable) {
+    for (const CommandName& r : g.menus.CommandTable) {
         named.insert(r.code);
         if (r.hotKey == -1) continue;
         // Hot keys never take a character that is typed at prompts.

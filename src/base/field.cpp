@@ -1,5 +1,5 @@
 // field.cpp - GetField, ExpandEnv, SameName.
-#include "ui/field.h"
+#include "base/field.h"
 
 #include <strings.h>
 

@@ -1,8 +1,10 @@
-// pov_settings.h - the options of the scene-file writer and of the render
-// launcher, kept with the scene in the work file.
+// pov_state.h - state of the ray-tracer output: the scene-file writer and
+// render options kept with the scene, and the writer while it runs. Types only.
 #pragma once
 
-#include "scene/object.h"
+#include <cstdio>
+
+#include "scene/point3.h"
 
 // Scene-file writer options (fog dialog, camera dialog, directories dialog).
 struct PovSettings {
@@ -49,4 +51,23 @@ struct RenderSettings {
     int Spare_Int12 = 0;                  // kept only so a load/save keeps it
     int Spare_Int32 = 1;                  // likewise
     double Spare_Double34 = 0.0;          // likewise
+};
+
+struct TextureState {
+    char Current_Texture_Name[21] = "";   // texture last chosen or saved
+};
+
+// Writer state: alive only while a scene file is written, except
+// Vertex_Tolerance, which the DXF export shares. The settings saved with the
+// scene are PovSettings (above), in g.pov.
+struct PovState {
+    FILE* file = nullptr;                  // open scene file
+    char Pov_Indent_String[256] = "\n";    // starts every statement line
+    int Triangles_Pending = 0;             // the layer's stand-alone triangles are still to come
+    int Faces_Pending = 0;                 // the layer's stand-alone faces are still to come
+    double Vertex_Tolerance = 0.0;         // per-coordinate tolerance of shared vertices
+    FILE* spool = nullptr;                 // open "triangle.tmp" while a surface is spooled
+    long Spool_Count = 0;                  // triangles in the spool
+    int Write_Error = 0;                   // the spool failed: the scene file is not written
+    TextureState textures;                 // texture chooser and editor
 };

@@ -12,3 +12,7 @@ void Msg_Printf(const char* format, ...) __attribute__((format(printf, 1, 2)));
 // not fit when drawn from `column` (a "\n" resets the column), while the
 // text stays under 254 characters. `buf` holds 256 bytes.
 void Msg_Wrap(char* buf, int column, int width);
+
+// Keeps text followed by "\n" as the fatal message that Exit(1) prints, and
+// returns it. Callers then leave through Exit(1).
+const char* SetFatalMessage(const char* text);

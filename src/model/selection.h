@@ -1,7 +1,7 @@
 // selection.h - the selection set: the objects whose `selected` mark is set.
 //
 // g.scene.Selected_Count always equals the number of marked objects; only
-// Object_SetSelected (and the transform engine, which deselects or frees the
+// Object_SetSelected, Selection_Clear (and the transform engine, which deselects or frees the
 // objects it processes) change marks.
 #pragma once
 
@@ -10,6 +10,10 @@
 // Sets or clears obj's mark, adjusts Selected_Count when the mark changes and
 // redraws the object (highlighted when on, else in its layer's colour).
 void Object_SetSelected(Object* obj, int on, Layer* layer);
+
+// Deselects every selected object; those on visible layers are redrawn in
+// their layer's colour.
+void Selection_Clear();
 
 // Colour in which objects of `layer` are drawn: its colour, or 0 when that is
 // the viewport background colour.

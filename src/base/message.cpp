@@ -4,7 +4,7 @@
 // Text goes onto the bottom line at msgColumn; "\n" copies the bottom line
 // one line up through an off-screen image and clears it. Every message is
 // also handed to the display's transcript.
-#include "input/message.h"
+#include "base/message.h"
 
 #include <cstdarg>
 #include <cstdio>
@@ -86,4 +86,9 @@ void Msg_Printf(const char* format, ...) {
     }
     X11_SetColor(keep);
     X11_Flush();   // the prompt must show even while the program waits elsewhere
+}
+
+const char* SetFatalMessage(const char* text) {
+    snprintf(g.run.fatalMessage, sizeof g.run.fatalMessage, "%s\n", text);
+    return g.run.fatalMessage;
 }

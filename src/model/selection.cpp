@@ -1,6 +1,6 @@
 // selection.cpp - selection marks and their count; the drawing of an object
 // in its layer's colour, the highlight colour or the background.
-#include "input/selection.h"
+#include "model/selection.h"
 
 #include "gfx/gfx.h"
 #include "model/geometry.h"
@@ -24,4 +24,14 @@ void Object_SetSelected(Object* obj, int on, Layer* layer) {
         g.scene.Selected_Count += mark ? 1 : -1;
     }
     Selection_DrawObject(obj, mark ? g.config.colors.general_color : Selection_LayerColour(layer));
+}
+
+void Selection_Clear() {
+    for (Layer* l = g.scene.First_Layer; l; l = l->next)
+        for (Object* o = l->first_object; o; o = o->next)
+            if (o->selected) {
+                if (l->on) Object_SetSelected(o, 0, l);
+                else o->selected = 0;   // not drawn: its layer is off
+            }
+    g.scene.Selected_Count = 0;
 }

@@ -2,7 +2,7 @@
 #include <cstdlib>
 
 #include "test_support.h"
-#include "ui/field.h"
+#include "base/field.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-// command_table.cpp - command.dat: typed command names and hot keys to
+// command_names.cpp - command.dat: typed command names and hot keys to
 // command codes.
 //
 // The file is read once, on the first lookup (normally while the menu files
@@ -10,9 +10,10 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "input/input.h"
+#include "ui/command_names.h"
+
+#include "base/field.h"
 #include "state.h"
-#include "ui/field.h"
 
 namespace {
 
@@ -31,7 +32,7 @@ bool ReadLine(FILE* f, char* line) {
 }  // namespace
 
 int Command_ReadTable() {
-    InputState& in = g.input;
+    MenuState& in = g.menus;
     char path[FIELD_MAX * 2];
     snprintf(path, sizeof path, "%s/command.dat", g.config.SUPPORT_DIR);
     FILE* f = fopen(path, "r");
@@ -39,7 +40,7 @@ int Command_ReadTable() {
     in.CommandTable.clear();
     char line[kLineMax + 2], field[FIELD_MAX];
     while (ReadLine(f, line)) {
-        InputState::CommandRec rec{};
+        CommandName rec{};
         if (!GetField(field, line, 1)) continue;
         CopyCut(rec.name, sizeof rec.name, field);
         if (!GetField(field, line, 2)) continue;
@@ -53,14 +54,14 @@ int Command_ReadTable() {
 }
 
 int Command_Lookup(const char* name) {
-    if (g.input.commandsUnread && !Command_ReadTable()) return 0;
-    for (const InputState::CommandRec& r : g.input.CommandTable)
+    if (g.menus.commandsUnread && !Command_ReadTable()) return 0;
+    for (const CommandName& r : g.menus.CommandTable)
         if (SameName(r.name, name)) return r.code;
     return 0;
 }
 
 int Command_HotKey(int character) {
-    for (const InputState::CommandRec& r : g.input.CommandTable)
+    for (const CommandName& r : g.menus.CommandTable)
         if (r.hotKey != -1 && r.hotKey == character) return r.code;
     return 0;
 }

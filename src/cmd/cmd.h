@@ -1,0 +1,68 @@
+// cmd.h - the command layer: the command loop, the command table, the hooks
+// it installs in the layers below, and every command function.
+//
+// Commands are the only code that asks the user anything. Each Com_*
+// function takes no arguments and returns 1 when it finished (or the user
+// declined) and 0 when its input was replaced by another command code,
+// which is then in g.input.InputResult.code.
+#pragma once
+
+#include "cmd/cmd_state.h"
+
+// --- loop and table (command_loop.cpp) ---
+// Runs commands until EXIT or NEW ends the loop.
+void CommandLoop();
+// The transparent-command and point-modifier hook of the prompt: 1 makes
+// the prompt ask again, 0 lets the result through.
+int Command_Transparent(int result);
+// Runs the command of a code; -1 (and the code cleared) when it has none.
+int Command_Run(int code);
+int Command_IsTransparent(int code);
+// Adds (or replaces) the command of a code at run time.
+void Command_Register(int code, CommandFn run, int transparent);
+
+// --- hooks (install.cpp) ---
+// Fills the facet sink's consumer table and the prompt's transparent hook.
+// Run at start-up and by every state reset.
+void Commands_Install();
+
+// --- file commands (cmd_file.cpp) ---
+int Com_Exit();     // 101
+int Com_New();      // 102
+int Com_Save();     // 104
+int Com_SaveAs();   // 105
+int Com_Clear();    // 150
+
+// --- export and import (cmd_exchange.cpp) ---
+// The scene file with its overwrite question: 1 written; 2 not written (No,
+// or a failure whose message is printed); 0 the question was replaced by
+// another command (the caller must return at once).
+int Export_Pov();
+int Com_ExportPov();   // 108
+int Com_ExportRaw();   // 121
+int Com_ExportDxf();   // 122
+// The import steps that follow the file browser's choice: the reader with
+// its questions, then the messages and the redraw. 1 read, 0 not opened.
+int Import_Dxf(const char* path);
+int Import_Raw(const char* path);
+
+// --- view commands, all transparent (cmd_view.cpp) ---
+int Com_Redraw();       // 401: the current viewport
+int Com_ZoomIn();       // 402: zoom to a picked rectangle
+int Com_Unzoom();       // 403: back to the previous zoom
+int Com_ZoomAll();      // 405: frame every visible object
+int Com_Pan();          // 407: move the centre by a picked difference
+int Com_ZoomOut();      // 408: AREA doubled
+int Com_RedrawAll();    // 410: every viewport
+int Com_View3D();       // 421: the perspective view of the camera
+int Com_ToggleWorld();  // 422: WORLD on/off
+int Com_ViewTop();      // 423
+int Com_ViewBottom();   // 424
+int Com_ViewRight();    // 425
+int Com_ViewLeft();     // 426
+int Com_ViewFront();    // 427
+int Com_ViewBack();     // 428
+int Com_Duplicate();    // 430: copy the current view into a picked viewport
+int Com_Area();         // 602: the drawing area (view size)
+int Com_Elevation();    // 603: the working plane's elevation
+int Com_Vpoint();       // 604: pitch and heading of a WORLD view
