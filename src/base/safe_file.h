@@ -25,8 +25,11 @@ int SafeFile_TempName(const char* path, char* out, size_t size);
 // 1 when it is open; 0 (nothing created) otherwise.
 int SafeFile_Open(SafeFile* s, const char* path, const char* mode);
 
-// Flushes the temporary (to the disk itself when `durable` is set), closes
-// it and renames it over the target. 1 when every write, the flush, the close
+// As SafeFile_Open with the temporary named `temp` (in the same directory).
+int SafeFile_OpenAs(SafeFile* s, const char* path, const char* temp, const char* mode);
+
+// Flushes the temporary (to the disk itself when `durable` is set, and the
+// directory after the rename), closes it and renames it over the target. 1 when every write, the flush, the close
 // and the rename succeeded; otherwise the temporary is removed, the target
 // is left as it was, and the result is 0.
 int SafeFile_Commit(SafeFile* s, int durable);

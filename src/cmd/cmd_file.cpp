@@ -36,7 +36,10 @@ int Save(int* saved) {
     Msg_Printf("\nSaving <%s>...", g.run.workFileName);
     *saved = WorkFile_Save(g.run.currentFilePath);
     if (!*saved) {
-        if (g.workfile.Write_Error && X11_IsOpen()) X11_GetKey();   // "...Press any key!"
+        if (g.workfile.Write_Error) {   // the file was created, a write failed
+            Msg_Printf("\nUnable to save file, Out of disk space...Press any key!");
+            if (X11_IsOpen()) X11_GetKey();   // no keyboard before the window exists
+        }
         Msg_Printf("\nUnable to Save File!");
     }
     memcpy(g.run.Scene_Name, scene, sizeof scene);

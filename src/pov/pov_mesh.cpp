@@ -84,6 +84,7 @@ void Pov_WriteMesh(Object* object) {
     int spooled = form <= FORM_POLY_PYRAMID && !patches;
     PovState& p = g.writer;
 
+    if (spooled && p.Write_Error) return;   // the file is not written anyway
     if (spooled) {
         p.spool = fopen(kSpoolName, "w+b");
         if (!p.spool) {
@@ -104,16 +105,17 @@ void Pov_WriteMesh(Object* object) {
         else
             Object_Draw(object);
         g.output.Output_Mode = mode;
-        if (fflush(p.spool) != 0 || ferror(p.spool)) {
-            Msg_Printf("\nError: Writing <triangle.tmp> failed (disk full?)");
-            p.Write_Error = 1;   // a scene file that lacks part of a surface is not written
-        } else {
-            Pov_WriteSpooled(object);
-        }
+        int failed = fflush(p.spool) != 0 || ferror(p.spool);
+        if (!failed) Pov_WriteSpooled(object);
         fclose(p.spool);
         p.spool = nullptr;
-        Msg_Printf("_");
         remove(kSpoolName);
+        if (failed) {
+            Msg_Printf("\nError: Writing <triangle.tmp> failed (disk full?)");
+            p.Write_Error = 1;   // a scene file that lacks part of a surface is not written
+            return;
+        }
+        Msg_Printf("_");
     } else if (form == FORM_POLY_PIPE) {
         Pov_WritePipe(object);
     } else if (form == FORM_POLY_WALL) {

@@ -102,7 +102,7 @@ void WriteTransformLines(Point3 s, Point3 r, Point3 t, int rotation_order) {
 }  // namespace
 
 void Pov_Printf(const char* format, ...) {
-    if (!g.writer.file) return;
+    if (!g.writer.file || g.writer.Write_Error) return;   // nothing more after a failure
     va_list ap;
     va_start(ap, format);
     vfprintf(g.writer.file, format, ap);

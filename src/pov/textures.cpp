@@ -1,15 +1,19 @@
 // textures.cpp - the texture library file and the texture declaration writer.
 //
 // Records are read and written whole (960 bytes). A file whose length is not
-// a multiple of 960 has a damaged last record: readers ignore it and a save
-// that appends writes over it, so that later records stay aligned.
+// a multiple of 960 has a damaged last record: readers ignore it. A save or a
+// delete writes the whole library anew and renames it over the old one, so
+// the library is never left half written.
 #include "pov/textures.h"
 
-#include <cstdio>
-#include <cstring>
 #include <strings.h>
 
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
 #include "base/message.h"
+#include "base/safe_file.h"
 #include "pov/pov.h"
 #include "state.h"
 
@@ -197,6 +201,44 @@ int TextureInUse(const char* name) {
     return 0;
 }
 
+// Writes the library anew through "work.tmp": every record except those
+// named `name`; with `replacement` the first of those is replaced by it (or
+// it is appended when there is none). Only a whole new library, flushed to
+// the disk, replaces the old one; a damaged last record is dropped. 1 done.
+int RewriteLibrary(const char* name, const TextureRecord* replacement) {
+    char lib[160], tmp[160];
+    LibraryPath(lib, sizeof lib, "textures.wrk");
+    LibraryPath(tmp, sizeof tmp, "work.tmp");
+    FILE* in = fopen(lib, "rb");
+    if (!in && (errno != ENOENT || !replacement)) {   // nothing to delete from
+        Msg_Printf("Can't open/create textures.wrk");
+        return 0;
+    }
+    SafeFile out;
+    if (!SafeFile_OpenAs(&out, lib, tmp, "w+b")) {
+        if (in) fclose(in);
+        Msg_Printf("Can't open/create work.tmp");
+        return 0;
+    }
+    TextureRecord rec;
+    int placed = 0;
+    while (in && ReadRecord(in, &rec)) {
+        if (!Texture_SameName(rec.name, name)) {
+            fwrite(&rec, sizeof rec, 1, out.f);
+        } else if (replacement && !placed) {
+            fwrite(replacement, sizeof *replacement, 1, out.f);
+            placed = 1;
+        }
+    }
+    if (in) fclose(in);
+    if (replacement && !placed) fwrite(replacement, sizeof *replacement, 1, out.f);
+    if (!SafeFile_Commit(&out, 1)) {   // the old library stays as it was
+        Msg_Printf("\nError: Writing <%s> failed (disk full?), the library is unchanged", lib);
+        return 0;
+    }
+    return 1;
+}
+
 }  // namespace
 
 int Texture_SameName(const char* a, const char* b) {
@@ -249,52 +291,14 @@ int Texture_Load(TextureRecord* out, const char* name) {
 
 int Texture_Save(const TextureRecord* record) {
     if (record->name[0] == '\0') return 0;
-    FILE* f = OpenLibrary(1);
-    if (!f) {
-        Msg_Printf("Can't open/create textures.wrk");
-        return 0;
-    }
-    TextureRecord rec;
-    long index = 0;
-    while (ReadRecord(f, &rec)) {
-        if (Texture_SameName(rec.name, record->name)) break;
-        index++;
-    }
-    // Not found: index is the number of whole records, so a damaged tail
-    // is overwritten and the file becomes whole again.
-    fseek(f, index * kRecordSize, SEEK_SET);
-    int ok = fwrite(record, sizeof *record, 1, f) == 1;
-    if (fclose(f) != 0) ok = 0;
+    if (!RewriteLibrary(record->name, record)) return 0;
     FieldName(g.writer.textures.Current_Texture_Name, record->name);
-    return ok;
+    return 1;
 }
 
 int Texture_Delete(const char* name) {
     if (!name || !*name) return 0;
-    char lib[160], tmp[160];
-    LibraryPath(lib, sizeof lib, "textures.wrk");
-    LibraryPath(tmp, sizeof tmp, "work.tmp");
-    FILE* in = fopen(lib, "r+b");
-    if (!in) return 0;
-    FILE* out = fopen(tmp, "w+b");
-    if (!out) {
-        fclose(in);
-        Msg_Printf("Can't open/create work.tmp");
-        return 0;
-    }
-    TextureRecord rec;
-    int ok = 1;
-    while (ReadRecord(in, &rec))
-        if (!Texture_SameName(rec.name, name) && fwrite(&rec, sizeof rec, 1, out) != 1) ok = 0;
-    fclose(in);
-    if (fclose(out) != 0) ok = 0;
-    if (!ok) {   // keep the library as it was
-        remove(tmp);
-        Msg_Printf("Can't open/create work.tmp");
-        return 0;
-    }
-    remove(lib);
-    rename(tmp, lib);
+    if (!RewriteLibrary(name, nullptr)) return 0;
     g.writer.textures.Current_Texture_Name[0] = '\0';
     return 1;
 }

@@ -8,6 +8,7 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -40,6 +41,7 @@ void InstallSignals() {
     signal(SIGILL, SIG_DFL);
     signal(SIGSEGV, SIG_DFL);
     signal(SIGFPE, OnFpe);
+    signal(SIGXFSZ, SIG_IGN);   // a file-size limit fails the write, which is reported
 }
 
 void BuildScreenAndMenus() {
@@ -86,11 +88,48 @@ void Startup_FirstWorkFile(int argc, char** argv) {
         SetWorkPath("qmr.qmr");
         return;
     }
-    SetWorkPath(argv[1]);
+    // An absolute argument stands as it is; a relative one is taken in the
+    // work directory. Only the file name is cut at its first ".": a dot in a
+    // directory (~/.qmr/work, /home/jo.doe) never cuts the path.
+    if (argv[1][0] == '/')
+        snprintf(g.run.workFilePath, sizeof g.run.workFilePath, "%s", argv[1]);
+    else
+        SetWorkPath(argv[1]);
     char* p = g.run.workFilePath;
-    p[strcspn(p, ".")] = '\0';
+    char* name = strrchr(p, '/');
+    name = name ? name + 1 : p;
+    name[strcspn(name, ".")] = '\0';
     size_t n = strlen(p);
     snprintf(p + n, sizeof g.run.workFilePath - n, ".qmr");
+}
+
+void Startup_MakeUntitled() {
+    SetWorkPath("untitled");
+    strcpy(g.run.workFileName, "untitled");
+    strcpy(g.run.Scene_Name, "untitled");
+    strcpy(g.run.Image_Name, "untitled");
+}
+
+void Startup_ReportLoadProblem(const char* path) {
+    switch (g.workfile.Load_Problem) {
+        case WF_CANT_OPEN:
+            if (g.workfile.Load_Errno == ENOENT || g.workfile.Load_Errno == ENOTDIR)
+                Msg_Printf("\nCan't Find File <%s>.", path);
+            else
+                Msg_Printf("\nCan't Open File <%s>: %s.", path, strerror(g.workfile.Load_Errno));
+            break;
+        case WF_FOREIGN:   // the reader has said what it is not
+            Msg_Printf("\n<%s> was not loaded.", path);
+            break;
+        case WF_DAMAGED:
+            // Saving the part over the damaged file would lose what could
+            // still be recovered from it: the scene gets no name.
+            Msg_Printf("\nFile <%s> is cut short or damaged: what could be read is loaded, untitled.",
+                       path);
+            Startup_MakeUntitled();
+            break;
+        default: break;
+    }
 }
 
 int Startup_LoadWorkFile() {
@@ -100,13 +139,8 @@ int Startup_LoadWorkFile() {
     if (ok)
         Msg_Printf("\n<%s> File Loaded!", g.run.workFileName);
     else
-        Msg_Printf("\nCan't Find File <%s>.", g.run.workFilePath);
-    if (SameName(g.run.workFileName, "qmr")) {
-        SetWorkPath("untitled");
-        strcpy(g.run.workFileName, "untitled");
-        strcpy(g.run.Scene_Name, "untitled");
-        strcpy(g.run.Image_Name, "untitled");
-    }
+        Startup_ReportLoadProblem(g.run.workFilePath);
+    if (SameName(g.run.workFileName, "qmr")) Startup_MakeUntitled();
     return ok;
 }
 

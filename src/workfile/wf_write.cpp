@@ -7,7 +7,6 @@
 // error flag checked once at the end.
 #include <cstdio>
 
-#include "base/message.h"
 #include "base/safe_file.h"
 #include "scene/layers.h"
 #include "state.h"
@@ -94,7 +93,6 @@ int WorkFile_Save(const char* path) {
 
     if (!g.workfile.Write_Error && SafeFile_Commit(&out, 1)) return 1;
     SafeFile_Discard(&out);
-    g.workfile.Write_Error = 1;   // the caller waits for a key after this message
-    Msg_Printf("\nUnable to save file, Out of disk space...Press any key!");
+    g.workfile.Write_Error = 1;   // the command tells the user (out of disk space)
     return 0;
 }

@@ -3,6 +3,7 @@
 // wf_read20a.cpp, the writer in wf_write.cpp.
 #include "workfile/workfile.h"
 
+#include <cerrno>
 #include <cstring>
 
 #include "base/message.h"
@@ -38,25 +39,38 @@ void Wf_SetNames(const char* path) {
 }
 
 int WorkFile_Load(const char* path) {
+    g.workfile.Load_Problem = WF_CANT_OPEN;
     FILE* f = fopen(path, "rb");
-    if (!f) return 0;
+    if (!f) {
+        g.workfile.Load_Errno = errno;
+        return 0;
+    }
     int version = WorkFile_CheckMagic(f);
-    if (!version) return 0;   // the file is closed already
+    if (!version) {   // the file is closed already
+        g.workfile.Load_Problem = WF_FOREIGN;
+        return 0;
+    }
     Scene_Clear();
     Wf_SetNames(path);
     int result = version == 1 ? Wf_Read210(f) : Wf_Read20A(f);
     if (!g.scene.First_Layer) Layer_NewFirst();
     fclose(f);
+    g.workfile.Load_Problem = result ? WF_LOADED : WF_DAMAGED;
     return result;
 }
 
 int WorkFile_Merge(const char* path) {
+    g.workfile.Load_Problem = WF_CANT_OPEN;
     FILE* f = fopen(path, "rb");
-    if (!f) return 0;
+    if (!f) {
+        g.workfile.Load_Errno = errno;
+        return 0;
+    }
     int version = WorkFile_CheckMagic(f);
     if (version != 1) {
         Msg_Printf("\nMerge only works with 2.1 files.");
         if (version) fclose(f);
+        g.workfile.Load_Problem = WF_FOREIGN;
         return 0;
     }
     g.scene.Layer_Base = Layer_Count();
@@ -64,5 +78,6 @@ int WorkFile_Merge(const char* path) {
     g.scene.Layer_Base = 0;
     if (!g.scene.First_Layer) Layer_NewFirst();
     fclose(f);
+    g.workfile.Load_Problem = result ? WF_LOADED : WF_DAMAGED;
     return result;
 }

@@ -7,8 +7,10 @@
 
 
 // Each returns 1 on success, 0 on failure with a message already printed
-// where the format has one. A save that failed in its writes (as opposed to
-// one whose file could not be created) leaves g.workfile.Write_Error set.
+// where the format has one. A save that failed in its writes (out of disk
+// space, as opposed to a file that could not be created) leaves
+// g.workfile.Write_Error set;
+// a failed load or merge says why in g.workfile.Load_Problem.
 int WorkFile_Load(const char* path);
 int WorkFile_Save(const char* path);
 int WorkFile_Merge(const char* path);

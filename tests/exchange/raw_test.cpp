@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "exchange_test_util.h"
+#include "file_limit.h"
 #include "gfx/headless/headless.h"
 #include "model/selection.h"
 
@@ -93,6 +94,40 @@ TEST_F(RawTest, MissingDirectoryAndMissingFile) {
         EXPECT_NE(std::string::npos, tr.find("\nError: Creating <" + none + "/scene." + c.ext + ">!")) << tr;
         EXPECT_EQ(std::string::npos, tr.find("file created"));
         EXPECT_EQ(0, c.importer((none + "/scene." + c.ext).c_str()));
+    }
+}
+
+// A write that fails on the way (a real file-size limit) leaves the old
+// export as it was and no temporary beside it; the result is 2.
+TEST_F(RawTest, FailedExportWritesKeepTheOldFile) {
+    AddLayer("Parts", 3);
+    g.scene.Current_Layer = FindLayer("Parts");
+    for (int i = 0; i < 200; i++) {
+        TriangleData t = Tri({0, 0, (double)i}, {2, 0, (double)i}, {0, 2, (double)i});
+        ASSERT_TRUE(Add_Triangle(&t));
+    }
+    struct Case {
+        int (*exporter)();
+        const char* ext;
+    };
+    for (const Case& c : {Case{Dxf_Export, "dxf"}, Case{Raw_Export, "raw"}}) {
+        SCOPED_TRACE(c.ext);
+        const std::string path = File(std::string("scene.") + c.ext);
+        WriteFile(path, "old export");
+        Headless_ClearTranscript();
+        int r;
+        {
+            FileSizeLimit limit(1000);
+            r = c.exporter();
+        }
+        EXPECT_EQ(r, 2);
+        EXPECT_EQ(Headless_Transcript(), "\nError: Writing <" + path + "> failed (disk full?), the file is unchanged");
+        EXPECT_EQ(ReadFile(path), "old export");
+        EXPECT_FALSE(FileExists(File(std::string("$cene.") + c.ext)));
+        EXPECT_EQ(g.exchange.file, nullptr);
+        EXPECT_EQ(g.output.Output_Mode, 0);
+        EXPECT_EQ(c.exporter(), 1);   // without the limit: the whole file
+        EXPECT_GT(ReadFile(path).size(), 1000u);
     }
 }
 

@@ -1,4 +1,5 @@
-// xform_test.cpp - selection marks and the transform engine's move and erase.
+// xform_test.cpp - selection marks and the transform engine's copy, move
+// and erase, and the redraw that follows an edit.
 #include "headless_session.h"
 #include "model/selection.h"
 #include "model/xform.h"
@@ -121,6 +122,74 @@ TEST_F(XformTest, MoveKeepsTheSelectionWithoutAutoDeselect) {
     EXPECT_EQ(2, ((TriangleData*)a->data)->corner[0].z);
     EXPECT_EQ(0, ((TriangleData*)b->data)->corner[0].z);
     EXPECT_EQ(0, ((TriangleData*)hidden->data)->corner[0].z);
+}
+
+// COPY leaves every source where it was and adds a moved, unselected copy
+// (record and points of its own, texture and flags kept) to the source's
+// layer; a copy that cannot be allocated ends the walk in deselect mode.
+TEST_F(XformTest, CopyAddsMovedCopiesBesideTheSources) {
+    Layer* other = Layer_Append();
+    Object* tri = AddTri(on_, 0);
+    PolylineData line = Poly_Default();
+    Point3 pts[3] = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}};
+    line.points = pts;
+    line.count = 3;
+    g.scene.Current_Layer = other;
+    Object* poly = Poly_AddToScene(&line);
+    strcpy(poly->texture, "Gold");
+    poly->flags = No_shadow;
+    for (Object* o : {tri, poly}) Object_SetSelected(o, 1, o == tri ? on_ : other);
+
+    Xform_Run({1, 1, 0}, {1, 1, 5}, XFORM_COPY);   // delta (0, 0, 5)
+    ASSERT_NE(on_->first_object, tri);
+    const Object* tri_copy = on_->first_object;
+    EXPECT_EQ(tri, tri_copy->next);
+    EXPECT_EQ(0, ((TriangleData*)tri->data)->corner[0].z);
+    EXPECT_EQ(5, ((TriangleData*)tri_copy->data)->corner[0].z);
+    EXPECT_EQ(1, ((TriangleData*)tri_copy->data)->corner[1].x);
+    ASSERT_NE(other->first_object, poly);
+    const Object* poly_copy = other->first_object;
+    const PolylineData* c = (const PolylineData*)poly_copy->data;
+    ASSERT_EQ(3, c->count);
+    EXPECT_NE(c->points, pts);
+    EXPECT_NE(c->points, ((PolylineData*)poly->data)->points);
+    EXPECT_EQ(5, c->points[2].z);
+    EXPECT_EQ(0, ((PolylineData*)poly->data)->points[2].z);
+    EXPECT_STREQ("Gold", poly_copy->texture);
+    EXPECT_EQ(No_shadow, poly_copy->flags);
+    EXPECT_EQ(0, poly_copy->selected);
+    EXPECT_EQ(0, g.scene.Selected_Count);   // the sources were deselected (Auto_Deselect)
+
+    // Out of memory for the first copy: nothing is added, both are deselected.
+    for (Object* o : {tri, poly}) Object_SetSelected(o, 1, o == tri ? on_ : other);
+    long blocks = g.mem.live_blocks;
+    Mem_FailAfter(1);
+    Xform_Run({0, 0, 0}, {1, 0, 0}, XFORM_COPY);
+    Mem_FailAfter(0);
+    EXPECT_EQ(blocks, g.mem.live_blocks);
+    EXPECT_EQ(tri_copy, on_->first_object);
+    EXPECT_EQ(poly_copy, other->first_object);
+    EXPECT_EQ(0, g.scene.Selected_Count);
+}
+
+// With Auto_Redraw on, an edit ends with one redraw of every viewport;
+// without it, and when nothing is selected, there is none.
+int g_redraws = 0;
+void CountRedraw() { g_redraws++; }
+
+TEST_F(XformTest, AutoRedrawRedrawsAllViewsAfterAnEdit) {
+    g.output.consumer[OUTPUT_SCREEN].redraw_all = CountRedraw;
+    Object* a = AddTri(on_, 0);
+    struct Case {
+        int auto_redraw, select, redraws;
+    };
+    for (const Case& c : {Case{1, 1, 1}, Case{0, 1, 0}, Case{1, 0, 0}}) {
+        g_redraws = 0;
+        g.aids.Auto_Redraw = c.auto_redraw;
+        if (c.select) Object_SetSelected(a, 1, on_);
+        Xform_Run({0, 0, 0}, {1, 0, 0}, XFORM_MOVE);
+        EXPECT_EQ(c.redraws, g_redraws) << c.auto_redraw << c.select;
+    }
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "e2e/process.h"
+#include "file_limit.h"
 #include "input/input.h"
 #include "pov/pov.h"
 #include "pov/textures.h"

@@ -197,3 +197,82 @@ TEST_F(PovTest, LayerIsBlockOnlyWhenSomeLayerInstancesIt) {
 }
 
 }  // namespace
+
+// Failed writes, made real by a file-size limit: the old scene file stays as
+// it was, no temporary is left, the result is 2 and the message names the
+// file. A mesh whose spool outgrows the limit fails in the spool first.
+TEST_F(PovTest, FailedWritesKeepTheOldSceneFile) {
+    NewLayer("L");
+    // Two meshes of 25 x 40 cells: 2000 triangles each, 144000 spool bytes
+    // (the spool is written anew for each), over 50 bytes of text a triangle.
+    PolylineData m = Poly_Default();
+    m.form = FORM_POLY_MESH;
+    m.size_m = 25;
+    m.size_n = 40;
+    std::vector<Point3> pts;
+    for (int r = 0; r <= 25; r++)
+        for (int c = 0; c <= 40; c++) pts.push_back({(double)c, (double)r, (double)((r * c) % 3)});
+    m.points = pts.data();
+    m.count = (int)pts.size();
+    ASSERT_NE(Poly_AddToScene(&m), nullptr);
+    ASSERT_NE(Poly_AddToScene(&m), nullptr);
+    g.pov.Overwrite_Pov = 1;
+    struct Case {
+        rlim_t limit;
+        std::string message;
+    };
+    const std::string path = ScenePath();
+    const Case cases[] = {
+        // the spool fails; the scene file would lack the mesh
+        {20000, "\nError: Writing <triangle.tmp> failed (disk full?)\nError: <" + path + "> not written"},
+        // each spool fits, the scene file's text of both meshes does not
+        {160000, "\nError: Writing <" + path + "> failed (disk full?), the file is unchanged"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.limit);
+        WriteFile(path, "old scene");
+        {
+            FileSizeLimit limit(c.limit);
+            Export(2);
+        }
+        EXPECT_EQ(messages_.find("\nMaking <qmr.pov>\nWriting: Poly_Mesh"), 0u) << messages_;
+        EXPECT_EQ(messages_.size() - messages_.rfind(c.message), c.message.size()) << messages_;
+        EXPECT_EQ(ReadFile(path), "old scene");
+        EXPECT_FALSE(FileExists(scenes_ + "/$mr.pov"));
+        EXPECT_EQ(g.writer.file, nullptr);
+        EXPECT_EQ(g.output.Output_Mode, 0);
+    }
+    Export(1);   // the limit gone, the same scene is written in full
+    EXPECT_EQ(ReadFile(path).rfind(ExpectedHeader(), 0), 0u);
+    EXPECT_NE(ReadFile(path).find("union { // Poly_Mesh"), std::string::npos);
+}
+
+// The library is written anew through "work.tmp": a save that cannot be
+// written completely leaves every record as it was.
+TEST_F(PovTest, FailedTextureSaveKeepsTheLibrary) {
+    for (const char* n : {"Red_Glass", "Gold", "Wood_7", "Sky"}) SaveTexture(Named(n));
+    const std::string lib = work_ + "/textures.wrk";
+    const std::string before = ReadFile(lib);
+    ASSERT_EQ(before.size(), 4u * 960u);
+    TextureRecord gold = Named("Gold");
+    gold.reflection = 0.5f;
+    testing::internal::CaptureStdout();
+    int r;
+    {
+        FileSizeLimit limit(2000);
+        r = Texture_Save(&gold);
+    }
+    std::string out = testing::internal::GetCapturedStdout();
+    EXPECT_EQ(r, 0);
+    EXPECT_EQ(out, "\nError: Writing <" + lib + "> failed (disk full?), the library is unchanged");
+    EXPECT_EQ(ReadFile(lib), before);
+    EXPECT_FALSE(FileExists(work_ + "/work.tmp"));
+
+    ASSERT_EQ(Texture_Save(&gold), 1);   // in place: same size, Gold's record changed
+    TextureRecord back;
+    ASSERT_EQ(Texture_Load(&back, "GOLD"), 1);
+    EXPECT_EQ(back.reflection, 0.5f);
+    EXPECT_EQ(ReadFile(lib).size(), 4u * 960u);
+    EXPECT_EQ(ReadFile(lib).compare(0, 960, before, 0, 960), 0);   // Red_Glass untouched
+    parse_check_ = false;
+}

@@ -3,7 +3,10 @@
 // names, and the file commands EXIT, NEW and CLEAR.
 #include <filesystem>
 
+#include <stdexcept>
+
 #include "e2e/process.h"
+#include "file_limit.h"
 #include "input/session.h"
 
 namespace {
@@ -285,6 +288,78 @@ TEST_F(CommandLoopTest, TypedExportNamesWriteTheirFiles) {
     EXPECT_FALSE(RunLoop());   // input runs out at the next "Command: "
     EXPECT_NE(ReadFile(work.file("scene.dxf")).find("3DFACE"), std::string::npos);
     EXPECT_NE(ReadFile(work.file("scene.raw")).find("0 0 0 1 0 0 0 1 0"), std::string::npos);
+}
+
+// One request runs its command exactly once, whatever the command does with
+// the code that started it: one that asks nothing used to run for ever.
+int g_countedRuns = 0;
+int Counted() {
+    if (++g_countedRuns > 3) throw std::runtime_error("the command ran again by itself");
+    return 1;
+}
+
+TEST_F(CommandLoopTest, EachRequestRunsItsCommandOnce) {
+    TempDir dir, scenes;
+    WriteFile(dir.file("command.dat"), "(COUNT,5000)\n(SYSINFO,511)\n(EXPORTPOV,108)\n");
+    UseSupportDir(dir);
+    g_countedRuns = 0;
+    Command_Register(5000, Counted, 0);
+    Headless_PushText("COUNT\n");
+    EXPECT_FALSE(RunLoop());
+    EXPECT_EQ(g_countedRuns, 1);
+    EXPECT_EQ(Headless_Transcript(), "\nCommand: \nCommand: ");
+
+    Headless_ClearTranscript();
+    testing::internal::CaptureStderr();
+    Headless_PushText("SYSINFO\n");
+    EXPECT_FALSE(RunLoop());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "Sorry, this kind of information is not availablein the UNIX version\n");
+    EXPECT_EQ(Headless_Transcript(), "\nCommand: \nCommand: ");
+
+    // A scene file that does not exist yet is written without the question
+    // whether to overwrite the file just written.
+    snprintf(g.config.Scenes_Dir, sizeof g.config.Scenes_Dir, "%s", scenes.path().c_str());
+    Headless_ClearTranscript();
+    Headless_PushText("EXPORTPOV\n");
+    EXPECT_FALSE(RunLoop());
+    EXPECT_EQ(Headless_Transcript(), "\nCommand: \nMaking <qmr.pov>\nCommand: ");
+    EXPECT_TRUE(FileExists(scenes.file("qmr.pov")));
+}
+
+// EXIT and NEW answered Yes go no further when the save does not happen:
+// the reason is shown and the program stays at "Command:" with the scene.
+TEST_F(CommandLoopTest, ExitAndNewStayWhenTheirSaveDidNotHappen) {
+    ASSERT_NE(AddPolyline({{0, 0, 0}, {1, 0, 0}}), nullptr);
+    strcpy(g.run.workFileName, "untitled");   // no name: SAVE AS chooses none
+    Headless_PushText("EXIT\n\nNEW\nY\n");
+    EXPECT_FALSE(RunLoop());   // still running when the input ran out
+    EXPECT_EQ(Headless_Transcript(),
+              "\nCommand: \nEXIT> Save changes to <untitled>? <Yes,No> <Yes>: "
+              "\nEXIT cancelled: the scene was not saved.*cancel* "
+              "\nCommand: NEW> Save changes to <untitled>? <Yes,No> <N>: "
+              "\nNEW cancelled: the scene was not saved.*cancel* \nCommand: ");
+    EXPECT_EQ(g.run.restartFlag, 0);
+    EXPECT_NE(g.scene.First_Layer->first_object, nullptr);
+
+    // A named scene whose write fails: the writer's message, a key, SAVE's
+    // message, EXIT's reason; the old file is as it was.
+    TempDir dir;
+    const std::string path = NameScene(dir);
+    WriteFile(path, "old scene");
+    Headless_ClearTranscript();
+    Headless_PushText("EXIT\nY\n");
+    Headless_PushKey('x');   // "...Press any key!"
+    {
+        FileSizeLimit limit(100);
+        EXPECT_FALSE(RunLoop());
+    }
+    EXPECT_EQ(Headless_Transcript(),
+              "\nCommand: \nEXIT> Save changes to <scene>? <Yes,No> <Yes>: \nSaving <scene>..."
+              "\nUnable to save file, Out of disk space...Press any key!\nUnable to Save File!"
+              "\nEXIT cancelled: the scene was not saved.*cancel* \nCommand: ");
+    EXPECT_EQ(ReadFile(path), "old scene");
+    EXPECT_FALSE(FileExists(dir.file("$cene.qmr")));
 }
 
 }  // namespace
