@@ -181,7 +181,7 @@ void Layer_ErrorMessage(int n) {
     }
     Dialog_AddText(&d, "Error Message!", 13, 1);
     for (int i = 0; i < box->line_count; i++) Dialog_AddText(&d, box->lines[i], 3, 3 + i);
-    Dialog_AddButton(&d, "    OK    ", 14, box->rows - 2, 1);
+    Dialog_AddButton(&d, "    OK    ", 14, box->rows - 1, 1);   // the last row but one
     DialogResult r;
     do Dialog_Run(&d, &r);
     while (r.id != 1 && r.id != -1);

@@ -1,6 +1,6 @@
 // browser.cpp - the file browser over browser.dlg.
 //
-// Element ids: 1 accept; 3, 4 scroll up a page / a row; 5, 6 down a page /
+// Element ids: 1 accept, 0 cancel; 3, 4 scroll up a page / a row; 5, 6 down a page /
 // a row; 10 drive, 11 file name, 12 directory (text boxes); 13..17 the
 // patterns of modes 0..4 (check boxes); 20..29 the ten list rows.
 //
@@ -68,7 +68,11 @@ void ReadDirectory(std::vector<std::string>* out) {
         else if (Matches(B().browseName, e->d_name)) files.push_back(e->d_name);
     }
     closedir(dp);
-    std::sort(dirs.begin(), dirs.end());
+    // "[.]" and "[..]" first, in that order; then by name
+    std::sort(dirs.begin(), dirs.end(), [](const std::string& a, const std::string& b) {
+        const int ra = a == "[.]" ? 0 : a == "[..]" ? 1 : 2, rb = b == "[.]" ? 0 : b == "[..]" ? 1 : 2;
+        return ra != rb ? ra < rb : a < b;
+    });
     std::sort(files.begin(), files.end());
     out->insert(out->end(), dirs.begin(), dirs.end());
     out->insert(out->end(), files.begin(), files.end());
@@ -183,7 +187,8 @@ int Browser_Run(int mode) {
         Dialog_Run(&d, &r);
         int relist = 0;
         switch (r.id) {
-            case -1: result = 0; break;
+            case -1:
+            case 0: result = 0; break;   // Ctrl-C, or the Cancel button
             case ID_ACCEPT:
                 if (Accept()) result = 1;
                 break;
