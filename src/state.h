@@ -39,6 +39,7 @@ struct State {
     ExchangeState exchange; // DXF and RAW export and import
     MenuState menus;     // pull-down menu bar, side menu, command names
     BrowserState browser; // file browser: directory, name field, save-as flag
+    DialogClip dialogClip; // where the dialog being drawn may draw
     CmdState cmd;        // command layer
 };
 

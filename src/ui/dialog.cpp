@@ -133,13 +133,31 @@ int Dialog_Rows() { return g.screen.height / SCREEN_LINE; }
 
 // --- drawing ------------------------------------------------------------------
 
+void DlgDraw_ClipTo(const Dialog* d) {
+    DialogClip& c = g.dialogClip;
+    c = DialogClip{0, 0, g.screen.width - 1L, g.screen.height - 1L};
+    if (!d || !d->open) return;   // a picture drawn on its own: the screen
+    const long cw = Dialog_CellWidth();
+    c.x1 = d->left * cw < 0 ? 0 : d->left * cw;
+    c.y1 = d->top * (long)SCREEN_LINE < 0 ? 0 : d->top * (long)SCREEN_LINE;
+    c.x2 = (d->right + 1L) * cw - 1;
+    c.y2 = (d->bottom + 1L) * SCREEN_LINE - 1;
+    if (c.x2 >= g.screen.width) c.x2 = g.screen.width - 1;
+    if (c.y2 >= g.screen.height) c.y2 = g.screen.height - 1;
+}
+
+static bool InClip(long x1, long y1, long x2, long y2) {
+    const DialogClip& c = g.dialogClip;
+    return x1 >= c.x1 && y1 >= c.y1 && x2 <= c.x2 && y2 <= c.y2;
+}
+
 void DlgDraw_Fill(int colour, long x1, long y1, long x2, long y2) {
+    const DialogClip& c = g.dialogClip;
+    if (x1 < c.x1) x1 = c.x1;
+    if (y1 < c.y1) y1 = c.y1;
+    if (x2 > c.x2) x2 = c.x2;
+    if (y2 > c.y2) y2 = c.y2;
     if (x1 > x2 || y1 > y2) return;
-    if (x2 < 0 || y2 < 0 || x1 >= g.screen.width || y1 >= g.screen.height) return;
-    if (x1 < 0) x1 = 0;
-    if (y1 < 0) y1 = 0;
-    if (x2 >= g.screen.width) x2 = g.screen.width - 1;
-    if (y2 >= g.screen.height) y2 = g.screen.height - 1;
     Screen_Fill(colour, (int)x1, (int)y1, (int)x2, (int)y2);
 }
 
@@ -151,14 +169,20 @@ void DlgDraw_Frame(int colour, long x1, long y1, long x2, long y2) {
 }
 
 void DlgDraw_Text(int colour, int column, int row, const char* text) {
+    const DialogClip& c = g.dialogClip;
     const long cw = Dialog_CellWidth();
     const long x = column * cw, y = (long)row * SCREEN_LINE + 1;
-    if (y < 0 || y >= g.screen.height || x >= g.screen.width) return;
-    // Characters left of the screen are dropped, so that nothing is drawn
-    // at a position that does not exist.
-    long skip = x < 0 ? (-x + cw - 1) / cw : 0;
-    if (skip >= (long)strlen(text)) return;
-    Screen_Text(colour, (int)(x + skip * cw), (int)y, text + skip);
+    if (y < c.y1 || y + X11_FontHeight() - 1 > c.y2) return;
+    // Only the characters whose cells lie wholly inside are drawn.
+    const long n = (long)strlen(text);
+    long first = x < c.x1 ? (c.x1 - x + cw - 1) / cw : 0;
+    long last = (c.x2 + 1 - x) / cw;   // one past the last that fits
+    if (last > n) last = n;
+    if (first >= last) return;
+    char part[256];
+    CopyCut(part, sizeof part, text + first);
+    part[last - first < 255 ? last - first : 255] = '\0';
+    Screen_Text(colour, (int)(x + first * cw), (int)y, part);
 }
 
 void DlgDraw_Box(int column, int row, int width, int highlighted) {
@@ -176,7 +200,7 @@ void DlgDraw_Box(int column, int row, int width, int highlighted) {
 void DlgDraw_CheckMark(int column, int row) {
     const int cw = Dialog_CellWidth(), lh = SCREEN_LINE;
     const long x = (long)column * cw, y = (long)row * lh;
-    if (x < -3L * cw || y < -lh || x > g.screen.width || y > g.screen.height) return;
+    if (!InClip(x, y, x + 3L * cw, y + lh)) return;   // XOR drawing must stay where closing restores
     int keep = X11_GetColor(), mode = X11_GetWriteMode();
     X11_SetWriteMode(GFX_XOR);
     X11_SetColor(C().dialog_bk);
@@ -190,7 +214,7 @@ void DlgDraw_CheckMark(int column, int row) {
 void DlgDraw_ShapeFrame(const DlgShape& s) {
     if (!s.hasPicture) return;
     const int x = s.pictureX + 1, y = s.pictureY - 2;
-    if (x > g.screen.width || y > g.screen.height || x + 118 < 0 || y + 73 < 0) return;
+    if (!InClip(x, y, x + 117L, y + 72L)) return;
     int keep = X11_GetColor(), mode = X11_GetWriteMode();
     X11_SetWriteMode(GFX_XOR);
     X11_SetColor(C().dialog_fg);
@@ -284,6 +308,7 @@ int Dialog_Caption(Dialog* d, int width, int height) {
                            (int)(y2 >= g.screen.height ? g.screen.height - 1 : y2));
     if (!d->saved.image) return DIALOG_NO_MEMORY;
     d->open = 1;
+    DlgDraw_ClipTo(d);
     DlgDraw_Fill(C().dialog_bk, x1, y1, x2 - 4, y2 - 4);
     DlgDraw_Frame(C().dialog_trim, x1, y1, x2 - 4, y2 - 4);
     DlgDraw_Fill(C().dialog_shadow, x2 - 3, y1 + 4, x2, y2);
@@ -402,7 +427,8 @@ int Dialog_Open(Dialog* d, const char* name) {
     return 0;
 }
 
-void Dialog_DrawFile(Dialog*, const char* path, int x, int y) {
+void Dialog_DrawFile(Dialog* d, const char* path, int x, int y) {
+    DlgDraw_ClipTo(d);
     FILE* f = fopen(path, "rb");
     if (!f) return;
     unsigned char rec[16];

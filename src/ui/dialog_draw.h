@@ -1,10 +1,13 @@
 // dialog_draw.h - drawing of dialog elements, shared by the reader and the
 // runtime. Pixel arguments are long so that absurd cell positions cannot
-// overflow; everything is clipped to the screen.
+// overflow; everything is clipped to the box of the dialog being drawn
+// (DlgDraw_ClipTo), which lies on the screen.
 #pragma once
 
 #include "ui/ui_state.h"
 
+// Drawing is kept inside the box of `dialog` from here on.
+void DlgDraw_ClipTo(const Dialog* dialog);
 void DlgDraw_Fill(int colour, long x1, long y1, long x2, long y2);
 void DlgDraw_Frame(int colour, long x1, long y1, long x2, long y2);
 // Text with its cell at (column, row).

@@ -130,6 +130,7 @@ int CancelKey() {
 }  // namespace
 
 int Dialog_Run(Dialog* d, DialogResult* r) {
+    DlgDraw_ClipTo(d);
     SetResult(r, -1, nullptr, 0);
     ShowPointer(d);
     const int cw = Dialog_CellWidth();
@@ -149,6 +150,7 @@ int Dialog_Run(Dialog* d, DialogResult* r) {
 }
 
 int Dialog_EditText(Dialog* d, int id) {
+    DlgDraw_ClipTo(d);
     DlgTextBox* t = FindTextBox(d, id);
     if (!t) return 0;
     DlgInput* label = nullptr;
@@ -199,6 +201,7 @@ int Dialog_EditText(Dialog* d, int id) {
 }
 
 void Dialog_SetText(Dialog* d, int id, const char* text) {
+    DlgDraw_ClipTo(d);
     DlgTextBox* t = FindTextBox(d, id);
     if (!t) return;
     const int cw = Dialog_CellWidth();
@@ -217,6 +220,7 @@ void Dialog_GetText(Dialog* d, int id, char* out) {
 }
 
 void Dialog_SetCheck(Dialog* d, int id, int state) {
+    DlgDraw_ClipTo(d);
     DlgCheck* k = FindCheck(d, id);
     if (!k) return;
     k->checked = state != 0;
@@ -229,6 +233,7 @@ int Dialog_GetCheck(Dialog* d, int id) {
 }
 
 void Dialog_GraphText(Dialog* d, int id, int column, int row, int colour, const char* text) {
+    DlgDraw_ClipTo(d);
     for (const DlgGraph& a : d->graphs) {
         if (a.id != id) continue;
         if (colour == -1) {

@@ -130,6 +130,12 @@ struct Dialog {
     std::vector<DlgGraph> graphs;
 };
 
+// The pixel rectangle dialog drawing is kept inside: the box of the dialog
+// being drawn, so that closing it restores every pixel it touched.
+struct DialogClip {
+    long x1 = 0, y1 = 0, x2 = -1, y2 = -1;
+};
+
 struct DialogResult {
     int id;          // -1 cancelled
     char text[128];  // a TEXTBOX's text
