@@ -118,13 +118,11 @@ int Hit(Dialog* d, int column, int row, DialogResult* r) {
     return 0;
 }
 
-// 1 when a key cancels the dialog (Ctrl-C or Escape); other keys are dropped.
+// Takes one key: 1 when it cancels the dialog (Ctrl-C or Escape); other
+// keys are dropped.
 int CancelKey() {
-    while (X11_KeyPressed()) {
-        int key = X11_GetKey();
-        if (key == kCtrlC || key == KEY_ESCAPE) return 1;
-    }
-    return 0;
+    int key = X11_GetKey();
+    return key == kCtrlC || key == KEY_ESCAPE;
 }
 
 }  // namespace
@@ -134,16 +132,20 @@ int Dialog_Run(Dialog* d, DialogResult* r) {
     SetResult(r, -1, nullptr, 0);
     ShowPointer(d);
     const int cw = Dialog_CellWidth();
+    // The mouse goes first: keys typed right after a click on a text box
+    // stay queued for the editing that the click starts.
     for (;;) {
-        if (CancelKey() || g.input.abortFlag) break;
-        if (!ReadMouse(d)) {
+        if (g.input.abortFlag) break;
+        if (ReadMouse(d)) {
+            HidePointer(d);
+            int stop = Hit(d, d->mouseX / cw, d->mouseY / SCREEN_LINE, r);
+            ShowPointer(d);
+            if (stop) break;
+        } else if (X11_KeyPressed()) {
+            if (CancelKey()) break;
+        } else {
             X11_WaitEvent();
-            continue;
         }
-        HidePointer(d);
-        int stop = Hit(d, d->mouseX / cw, d->mouseY / SCREEN_LINE, r);
-        ShowPointer(d);
-        if (stop) break;
     }
     HidePointer(d);
     return 1;
