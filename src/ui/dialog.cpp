@@ -217,7 +217,7 @@ void DlgDraw_ShapeFrame(const DlgShape& s) {
     if (!InClip(x, y, x + 117L, y + 72L)) return;
     int keep = X11_GetColor(), mode = X11_GetWriteMode();
     X11_SetWriteMode(GFX_XOR);
-    X11_SetColor(C().dialog_fg);
+    X11_SetColor(C().dialog_fg ^ C().dialog_bk);   // shows as dialog_fg on the face
     X11_Rectangle(0, x, y, x + 117, y + 72);
     X11_SetColor(keep);
     X11_SetWriteMode(mode);
