@@ -127,6 +127,10 @@ int CancelKey() {
 
 }  // namespace
 
+Dialog::~Dialog() {
+    if (saved.image) X11_FreeImage(saved.image);
+}
+
 int Dialog_Run(Dialog* d, DialogResult* r) {
     DlgDraw_ClipTo(d);
     SetResult(r, -1, nullptr, 0);

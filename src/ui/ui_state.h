@@ -113,15 +113,19 @@ struct DlgGraph {
 };
 
 struct Dialog {
-    char editBuffer[256];     // the text typed by Dialog_EditText
-    int open;                 // 1 after CAPTION
-    int left, top, right, bottom;   // cells
-    ScreenSave saved;         // what lay under the dialog
-    int mouseX, mouseY;       // the dialog's own pointer state
-    int buttons, previousButtons;
-    int clicked;
-    int pointerX, pointerY;   // where its pointer is drawn
-    int pointerShown;
+    Dialog() = default;
+    Dialog(const Dialog&) = delete;   // it owns the screen saved under it
+    Dialog& operator=(const Dialog&) = delete;
+    ~Dialog();   // frees a screen save still held when a run was cut short
+    char editBuffer[256] = "";   // the text typed by Dialog_EditText
+    int open = 0;                // 1 after CAPTION
+    int left = 0, top = 0, right = 0, bottom = 0;   // cells
+    ScreenSave saved{};          // what lay under the dialog
+    int mouseX = 0, mouseY = 0;  // the dialog's own pointer state
+    int buttons = 0, previousButtons = 0;
+    int clicked = 0;
+    int pointerX = 0, pointerY = 0;   // where its pointer is drawn
+    int pointerShown = 0;
     std::vector<DlgButton> buttonList;
     std::vector<DlgCheck> checks;
     std::vector<DlgInput> inputs;
