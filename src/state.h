@@ -38,6 +38,8 @@ struct State {
     XformState xform;    // transform engine: mode and points of the last walk
     ExchangeState exchange; // DXF and RAW export and import
     MenuState menus;     // pull-down menu bar, side menu, command names
+    BrowserState browser; // file browser: directory, name field, save-as flag
+    DialogClip dialogClip; // where the dialog being drawn may draw
     CmdState cmd;        // command layer
 };
 

@@ -9,6 +9,8 @@
 
 #include "cmd/cmd_state.h"
 
+struct Layer;
+
 // --- loop and table (command_loop.cpp) ---
 // Runs commands until EXIT or NEW ends the loop.
 void CommandLoop();
@@ -29,8 +31,12 @@ void Commands_Install();
 // --- file commands (cmd_file.cpp) ---
 int Com_Exit();     // 101
 int Com_New();      // 102
+int Com_Open();     // 103
 int Com_Save();     // 104
 int Com_SaveAs();   // 105
+int Com_Merge();    // 106
+int Com_ImportDxf();   // 107
+int Com_ImportRaw();   // 120
 int Com_Clear();    // 150
 
 // --- export and import (cmd_exchange.cpp) ---
@@ -66,3 +72,26 @@ int Com_Duplicate();    // 430: copy the current view into a picked viewport
 int Com_Area();         // 602: the drawing area (view size)
 int Com_Elevation();    // 603: the working plane's elevation
 int Com_Vpoint();       // 604: pitch and heading of a WORLD view
+
+// --- settings dialogs (cmd_dialogs.cpp); OK writes, Cancel and Ctrl-C don't ---
+int Com_About();       // 901: the about box (transparent)
+int Com_Viewports();   // 420: the seven screen layouts
+// The drawing-aids dialog: 1 when confirmed, 0 when cancelled or missing.
+int Variables_Dialog();
+int Com_Variables();   // 502
+int Com_Options();     // 802: ray-tracer options, display and palette pickers
+int Com_Dirs();        // 803: directories, names, output type
+int Com_Fog();         // 804: fog, background, trace limits
+
+// --- layers (cmd_layers.cpp) ---
+// The layers dialog: 0 when layers.dlg can't be loaded, else 1. Sets
+// g.cmd.sceneChanged when something shown in the views changed.
+int Layers_Dialog();
+int Com_Layers();      // 501
+// The right-click option box for layer `target`: 1 when the list changed.
+int Layer_Options(Layer* target);
+// trans.dlg on a layer's transform or its texture's: 1 when OK was pressed.
+int Layer_EditTransform(Layer* layer);
+int Layer_EditTextureTransform(Layer* layer);
+// Error box 1..3 of the layer rules; waits for its OK button.
+void Layer_ErrorMessage(int box);

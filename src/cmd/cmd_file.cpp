@@ -1,4 +1,5 @@
-// cmd_file.cpp - the file commands: EXIT, NEW, SAVE, SAVE AS, CLEAR.
+// cmd_file.cpp - the file commands: EXIT, NEW, OPEN, SAVE, SAVE AS, MERGE,
+// IMPORT DXF, IMPORT RAW, CLEAR. The file names come from the browser.
 //
 // A save that EXIT or NEW asked for and that did not happen (SAVE AS
 // cancelled, a failed write) keeps the program where it is, with the reason
@@ -14,16 +15,36 @@
 #include "scene/layers.h"
 #include "startup/startup.h"
 #include "state.h"
+#include "ui/browser.h"
 #include "ui/menu.h"
 #include "view/view_commands.h"
 #include "workfile/workfile.h"
 
 namespace {
 
-// SAVE AS without its file browser: nothing is chosen, so nothing is saved.
+// SAVE AS: a name from the browser, then the scene written there. The
+// command's result; *saved is 1 when the scene was written.
 int SaveAs(int* saved) {
     *saved = 0;
-    return 0;
+    g.input.InputResult.code = 0;
+    g.browser.saveAsMode = 1;
+    const int chosen = Browser_Run(BROWSE_SAVE_AS);
+    g.browser.saveAsMode = 0;
+    if (!chosen) return 0;
+    Msg_Printf("\nSaving <%s>...", g.run.workFilePath);
+    *saved = WorkFile_Save(g.run.workFilePath);
+    if (!*saved) {
+        if (g.workfile.Write_Error && X11_IsOpen()) X11_GetKey();   // "...Press any key!"
+        Msg_Printf("\nUnable to Save File!");
+        return 0;
+    }
+    return 1;
+}
+
+// Browser in `mode` for an existing file: 1 with its path in workFilePath.
+int ChooseFile(int mode) {
+    g.input.InputResult.code = 0;
+    return Browser_Run(mode);
 }
 
 // SAVE: the command's result; *saved is 1 when the scene was written.
@@ -63,6 +84,43 @@ int SaveBefore(const char* what) {
 int Com_SaveAs() {
     int saved;
     return SaveAs(&saved);
+}
+
+int Com_Open() {
+    if (!ChooseFile(BROWSE_WORKFILE)) return 1;
+    if (!SameName(g.run.workFileName, "UNTITLED")) {
+        char prompt[128];
+        snprintf(prompt, sizeof prompt, "\nOPEN> Save changes to <%s>? <Yes,No> <N>: ", g.run.workFileName);
+        int yes;
+        if (!Ask_YesNo("Y,N", prompt, 0, &yes)) return 0;
+        if (yes) {
+            char chosen[sizeof g.run.workFilePath];
+            memcpy(chosen, g.run.workFilePath, sizeof chosen);
+            if (!SaveBefore("OPEN")) return 1;
+            memcpy(g.run.workFilePath, chosen, sizeof chosen);   // a save as may have used it
+        }
+    }
+    if (WorkFile_Load(g.run.workFilePath)) Zoom_ResetAll();
+    else Msg_Printf("...Can't Open or Import File!");
+    return 1;
+}
+
+int Com_Merge() {
+    if (!ChooseFile(BROWSE_WORKFILE)) return 1;
+    if (!WorkFile_Merge(g.run.workFilePath)) Msg_Printf("...Can't Open or Merge File!");
+    return 1;
+}
+
+int Com_ImportDxf() {
+    if (!ChooseFile(BROWSE_DXF)) return 1;
+    Import_Dxf(g.run.workFilePath);
+    return 1;
+}
+
+int Com_ImportRaw() {
+    if (!ChooseFile(BROWSE_RAW)) return 1;
+    Import_Raw(g.run.workFilePath);
+    return 1;
 }
 
 int Com_Save() {

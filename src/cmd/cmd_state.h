@@ -15,4 +15,5 @@ struct ExtraCommand {
 
 struct CmdState {
     std::vector<ExtraCommand> extraCommands;   // searched before the built-in table
+    int sceneChanged;   // the layers dialog changed what the views show
 };

@@ -35,13 +35,23 @@ struct CommandEntry {
 const CommandEntry kCommands[] = {
     {CMD_EXIT, Com_Exit, 0},
     {CMD_NEW, Com_New, 0},
+    {CMD_OPEN, Com_Open, 0},
     {CMD_SAVE, Com_Save, 0},
     {CMD_SAVE_AS, Com_SaveAs, 0},
+    {CMD_MERGE, Com_Merge, 0},
+    {CMD_IMPORT_DXF, Com_ImportDxf, 0},
+    {CMD_IMPORT_RAW, Com_ImportRaw, 0},
     {CMD_EXPORT_POV, Com_ExportPov, 0},
     {CMD_EXPORT_RAW, Com_ExportRaw, 0},
     {CMD_EXPORT_DXF, Com_ExportDxf, 0},
     {CMD_CLEAR, Com_Clear, 0},
     {CMD_SYSTEM_INFO, Com_SystemInfo, 0},
+    {CMD_VIEWPORT_DIALOG, Com_Viewports, 0},
+    {CMD_LAYERS_DIALOG, Com_Layers, 0},
+    {CMD_AIDS_DIALOG, Com_Variables, 0},
+    {CMD_OPTIONS_DIALOG, Com_Options, 0},
+    {CMD_DIRS_DIALOG, Com_Dirs, 0},
+    {CMD_FOG_DIALOG, Com_Fog, 0},
 
     {CMD_REDRAW, Com_Redraw, 1},
     {CMD_ZOOM_IN, Com_ZoomIn, 1},
@@ -63,6 +73,7 @@ const CommandEntry kCommands[] = {
     {CMD_AREA, Com_Area, 1},
     {CMD_ELEVATION, Com_Elevation, 1},
     {CMD_VPOINT, Com_Vpoint, 1},
+    {CMD_ABOUT, Com_About, 1},
 };
 
 // Point modifiers and their messages.

@@ -121,6 +121,8 @@ void UpdateStatus() {
 
 }  // namespace
 
+void Status_Refresh() { UpdateStatus(); }
+
 void Cursor_Update(int x, int y) {
     InputState& in = g.input;
     Viewport* vp = &g.view.Active_Viewport;

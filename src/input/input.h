@@ -43,6 +43,8 @@ int Input_AcceptPoint();
 void Cursor_Update(int x, int y);
 void Cursor_Draw();
 void Cursor_Erase();
+// Draws the status line again (layer, ORTHO, SNAP, coordinates).
+void Status_Refresh();
 // The ORTHO rule alone: the largest component of d (X wins ties, then Y).
 Point3 Input_OrthoDelta(Point3 d);
 
