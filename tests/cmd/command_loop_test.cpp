@@ -332,8 +332,11 @@ TEST_F(CommandLoopTest, EachRequestRunsItsCommandOnce) {
 // the reason is shown and the program stays at "Command:" with the scene.
 TEST_F(CommandLoopTest, ExitAndNewStayWhenTheirSaveDidNotHappen) {
     ASSERT_NE(AddPolyline({{0, 0, 0}, {1, 0, 0}}), nullptr);
-    strcpy(g.run.workFileName, "untitled");   // no name: SAVE AS chooses none
-    Headless_PushText("EXIT\n\nNEW\nY\n");
+    strcpy(g.run.workFileName, "untitled");   // no name: SAVE AS asks for one, the user cancels
+    Headless_PushText("EXIT\n\n");
+    Headless_PushKey(3);   // the file browser cancelled
+    Headless_PushText("NEW\nY\n");
+    Headless_PushKey(3);
     EXPECT_FALSE(RunLoop());   // still running when the input ran out
     EXPECT_EQ(Headless_Transcript(),
               "\nCommand: \nEXIT> Save changes to <untitled>? <Yes,No> <Yes>: "
