@@ -479,8 +479,11 @@ int Xform_Explode() {
             Redraw(v.obj, v.layer);
             continue;
         }
-        for (const Object* o = target->first_object; o && o != keep; o = o->next)
+        for (Object* o = target->first_object; o && o != keep; o = o->next) {
+            snprintf(o->texture, sizeof o->texture, "%s", v.obj->texture);   // the pieces render as the source did
+            o->flags = v.obj->flags;
             Draw(o, target, Selection_LayerColour(target));
+        }
         if (g.xform.explode_erase && target->first_object != keep) {
             Undraw(v.obj, v.layer);
             Deselect(v.obj);

@@ -58,8 +58,8 @@ void Xform_DrawPreview(int mode, Point3 base, Point3 second);
 
 // EXPLODE: every selected object of the visible layers is generated once
 // into the explode consumer, which adds its facets (or a primitive's grid) to
-// Current_Layer as new objects. With explode_erase the source is removed
-// when it gave something. Triangles and lights are single pieces already and
+// Current_Layer as new objects, which take the source's texture name and
+// flags. With explode_erase the source is removed when it gave something. Triangles and lights are single pieces already and
 // stay as they are. An object that cannot be exploded whole keeps its
 // source and loses its partial pieces; the rest are only deselected. Returns 1.
 int Xform_Explode();

@@ -86,8 +86,7 @@ class ExplodeTest : public PovTest {
         PovTest::SetUp();
         ASSERT_NE(Layer_NewFirst(), nullptr);
     }
-    Object* Poly(int form, std::vector<Point3> pts, Point3 p1 = {0, 0, 0}, Point3 p2 = {0, 0, 0}, int m = 16,
-                 int n = 16, double angle = 0) {
+    Object* Poly(int form, std::vector<Point3> pts, Point3 p1 = {}, Point3 p2 = {}, int m = 16, int n = 16) {
         PolylineData p = Poly_Default();
         p.form = form;
         p.points = pts.data();
@@ -96,20 +95,20 @@ class ExplodeTest : public PovTest {
         p.param2 = p2;
         p.size_m = m;
         p.size_n = n;
-        p.angle = angle;
+        p.angle = 270;
         return Poly_AddToScene(&p);
     }
-    Object* Prim(int type, Point3 at, double p1, double p2 = 0, double p3 = 0) {
+    void Prim(int type, Point3 at, double p1, double p2 = 0, double p3 = 0) {
         PrimitiveData p = Primitive_Default();
         p.prim_type = type;
         p.translate = at;
-        p.rotate = {10, 20, 30};
+        p.rotate = {10, 20, 30};   // the primitive's transform goes into its pieces
         p.p1 = p1;
         p.p2 = p2;
         p.p3 = p3;
         p.prim_aux = 6;
         p.size = {1, 2, 3};
-        return Add_Primitive(&p);
+        Add_Primitive(&p);
     }
     std::string WriteScene(const char* name) {
         const std::string path = dir_.file(name);
@@ -119,45 +118,25 @@ class ExplodeTest : public PovTest {
         EXPECT_EQ(PovrayParseErrors(path), "");
         return ReadFile(path);
     }
-    void SelectAll() {
-        for (Object* o = g.scene.Current_Layer->first_object; o; o = o->next)
-            Object_SetSelected(o, 1, g.scene.Current_Layer);
-    }
-    int Count() {
-        int n = 0;
-        for (Object* o = g.scene.Current_Layer->first_object; o; o = o->next) n++;
-        return n;
-    }
 };
 
-// Surfaces written as triangles: before and after in the scene file.
-TEST_F(ExplodeTest, TriangleSurfacesStayTheSame) {
+// Layer `flat` holds what the scene file writes as triangles, layer
+// `shapes` what it writes as the ray tracer's shapes (primitives, a pipe, a
+// wall). Before: the scene file of `flat` alone and the RAW export of
+// `shapes` alone. After exploding both: the scene file of everything.
+TEST_F(ExplodeTest, TheSceneFileKeepsItsTriangles) {
+    Layer* flat = g.scene.Current_Layer;
     Poly(FORM_EXTRUSION, {{0, 0, 0}, {1, 0.5, 0}, {2, 0, 0.5}}, {0, 0, 0}, {0, 2, 1});
-    Poly(FORM_REVOLUTION, {{1, 0, 0}, {1.5, 1, 0}, {1, 2, 0}}, {0, 0, 0}, {0, 1, 0}, 16, 8, 270);
+    Poly(FORM_REVOLUTION, {{1, 0, 0}, {1.5, 1, 0}, {1, 2, 0}}, {0, 0, 0}, {0, 1, 0}, 16, 8);
     Poly(FORM_CONE_SWEEP, {{1, 0, 0}, {0, 0, 1}, {-1, 0, 0.5}}, {0, 3, 0});
-    Poly(FORM_POLY_MESH, {{0, 0, 0}, {1, 0.2, 0}, {2, 0, 0}, {0, 0, 1}, {1, 0.5, 1}, {2, 0, 1}}, {0, 0, 0}, {0, 0, 0},
-         1, 2);
-    Poly(FORM_POLY_CUBE, {{0, 0, 0}, {1, 0, 0}, {1, 0, 1}, {0, 0, 1}, {0, 1, 0}, {1, 1, 0}, {1, 1, 1}, {0, 1, 1}});
-    Poly(FORM_POLY_PYRAMID, {{0, 0, 0}, {2, 0, 0}, {2, 0, 2}, {0, 0, 2}, {1, 3, 1}, {1, 3, 1}, {1, 3, 1}, {1, 3, 1}});
+    Poly(FORM_POLY_MESH, {{0, 0, 0}, {1, 0.2, 0}, {2, 0, 0}, {0, 0, 1}, {1, 0.5, 1}, {2, 0, 1}}, {}, {}, 1, 2);
+    Poly(FORM_POLY_PYRAMID, {{0, 0, 0}, {2, 0, 0}, {2, 0, 2}, {0, 0, 2}, {1, 3, 1}, {1, 3, 1}, {1, 3, 1}, {1, 3, 1}})
+        ->flags = Smooth_triangle;   // written as smooth triangles
     FaceData f{{{5, 0, 0}, {6, 0, 0}, {6, 1, 1}, {5, 1, 1.5}}};
-    Add_Face(&f);
+    Add_Face(&f)->flags = No_shadow;   // its piece keeps that
     TriangleData t{{{7, 0, 0}, {8, 0.5, 0}, {7, 1, 1}}};
     Add_Triangle(&t);
-    g.scene.Current_Layer->first_object->flags = Smooth_triangle;   // one smooth owner as well
-    const std::vector<Tri> before = PovTriangles(WriteScene("before.pov"));
-    ASSERT_GT(before.size(), 50u);
-
-    SelectAll();
-    g.xform.explode_erase = 1;
-    Xform_Explode();
-    for (Object* o = g.scene.Current_Layer->first_object; o; o = o->next)
-        EXPECT_TRUE(o->kind == KIND_3DFACE || o->kind == KIND_TRIANGLE) << (int)o->kind;
-    EXPECT_TRUE(SameTriangles(before, PovTriangles(WriteScene("after.pov"))));
-}
-
-// Primitives (turned, to take the transform along), a pipe and a wall:
-// their tessellation from the RAW export against the scene file afterwards.
-TEST_F(ExplodeTest, ShapesBecomeTheirTessellation) {
+    Layer* shapes = Layer_Append();
     Prim(PRIM_SPHERE, {0, 0, 0}, 1.5);
     Prim(PRIM_CONE, {3, 0, 0}, 1, 0.5, 2);
     Prim(PRIM_TORUS, {6, 0, 0}, 2, 0.5);
@@ -165,34 +144,36 @@ TEST_F(ExplodeTest, ShapesBecomeTheirTessellation) {
     Prim(PRIM_PLANE, {12, 0, 0}, 0);
     Prim(PRIM_BOX, {15, 0, 0}, 0);
     Prim(PRIM_HEIGHT_FIELD, {18, 0, 0}, 0.2);
-    Poly(FORM_POLY_PIPE, {{0, 5, 0}, {2, 6, 0}, {3, 6, 2}}, {0.2, 0.3, 0}, {0, 0, 0}, 16, 6);
-    Poly(FORM_POLY_WALL, {{0, 9, 0}, {2, 9, 1}, {4, 9, 0}}, {1.5, 0.2, 0}, {0, 0, 0}, 16, 8);
-    const int sources = Count();
+    Poly(FORM_POLY_PIPE, {{0, 5, 0}, {2, 6, 0}, {3, 6, 2}}, {0.2, 0.3, 0}, {}, 16, 6);
+    Poly(FORM_POLY_WALL, {{0, 9, 0}, {2, 9, 1}, {4, 9, 0}}, {1.5, 0.2, 0}, {}, 16, 8);
+
+    shapes->on = 0;
+    std::vector<Tri> before = PovTriangles(WriteScene("before.pov"));
+    shapes->on = 1;
+    flat->on = 0;
     strcpy(g.run.workFileName, "shapes");
     testing::internal::CaptureStdout();
     ASSERT_EQ(Raw_Export(), 1);
     testing::internal::GetCapturedStdout();
-    const std::vector<Tri> before = RawTriangles(ReadFile(work_ + "/shapes.raw"));
-    ASSERT_GT(before.size(), 100u);
+    flat->on = 1;
+    const std::vector<Tri> raw = RawTriangles(ReadFile(work_ + "/shapes.raw"));
+    ASSERT_GT(before.size(), 50u);
+    ASSERT_GT(raw.size(), 100u);
+    before.insert(before.end(), raw.begin(), raw.end());
 
-    SelectAll();
-    g.xform.explode_erase = 0;   // the sources stay: the pieces come on top
+    for (Layer* l : {flat, shapes})
+        for (Object* o = l->first_object; o; o = o->next) Object_SetSelected(o, 1, l);
+    g.scene.Current_Layer = flat;
+    g.xform.explode_erase = 1;
     Xform_Explode();
-    EXPECT_GT(Count(), sources);
-    // The pieces alone: the sources taken away by hand.
-    Layer* l = g.scene.Current_Layer;
-    testing::internal::CaptureStdout();   // "Please wait..." before there is a window
-    for (int i = 0; i < sources; i++) {
-        Object* oldest = l->first_object;
-        while (oldest->next) oldest = oldest->next;
-        Object_SetSelected(oldest, 1, l);
-        Xform_Run({0, 0, 0}, {0, 0, 0}, XFORM_ERASE);
+    EXPECT_EQ(shapes->first_object, nullptr);
+    int shadowless = 0;
+    for (const Object* o = flat->first_object; o; o = o->next) {   // faces, the triangle and the primitives' meshes
+        EXPECT_TRUE(o->kind == KIND_3DFACE || o->kind == KIND_TRIANGLE ||
+                    (o->kind == KIND_POLYLINE && ((const PolylineData*)o->data)->form == FORM_POLY_MESH));
+        shadowless += (o->flags & No_shadow) != 0;
     }
-    testing::internal::GetCapturedStdout();
-    for (Object* o = l->first_object; o; o = o->next)
-        EXPECT_TRUE(o->kind == KIND_3DFACE || (o->kind == KIND_POLYLINE &&
-                                               ((PolylineData*)o->data)->form == FORM_POLY_MESH))
-            << (int)o->kind;
+    EXPECT_EQ(shadowless, 1);
     EXPECT_TRUE(SameTriangles(before, PovTriangles(WriteScene("after.pov"))));
 }
 
