@@ -27,6 +27,13 @@
 //     spot or area light keeps aiming at the point it aimed at; the area
 //     size, cone angles and colour stay.
 //
+// Arrays make array_count copies, each from the one before: moved by the
+// offset, turned about the base by array_angle / (array_count + 1), scaled
+// by the factor, or moved along array_path: copy k lies k shares of the
+// path's length along it from its start, an open path shared out so that
+// the last copy reaches its end, a closed one in array_count + 1 shares so
+// that no copy lands on the source. Copies are not selected.
+//
 // Rotations: 11 turns in the view plane (screen right towards screen up),
 // 9 about the view's horizontal axis (screen up towards the viewer) and 10
 // about its vertical axis (towards the viewer, then screen right), all about
