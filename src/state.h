@@ -36,6 +36,7 @@ struct State {
     ScreenState screen;  // window metrics and the message column
     PovState writer;     // scene-file writer while it runs, texture library
     XformState xform;    // transform engine: mode and points of the last walk
+    SelectionState selection; // selection prompts: single mode, first selected object
     ExchangeState exchange; // DXF and RAW export and import
     MenuState menus;     // pull-down menu bar, side menu, command names
     BrowserState browser; // file browser: directory, name field, save-as flag

@@ -83,3 +83,14 @@ int Ask_Distance(const char* prompt, Point3 base, double* value, int* got) {
     }
     return 1;
 }
+
+int Ask_Any(const char* prompt, const char* keywords, int allowNumber, int mask, AskAnswer* a) {
+    Input_SetKeywords(keywords, allowNumber, 0);
+    Input_SetMask(mask);
+    a->kind = -1;
+    if (!Input_Get(prompt, &a->point)) return 0;
+    const int kind = Answer().kind;
+    if (kind == 0 || kind >= 1) a->kind = kind;
+    else if (kind == -3 && TypedNumber(&a->number)) a->kind = -3;
+    return 1;
+}

@@ -35,3 +35,13 @@ int Ask_Point(const char* prompt, int mask, Point3* point, int* got);
 // A distance from `base`: a typed number, or a point whose distance from
 // `base` counts. The rubber band is a circle round `base`. *got as above.
 int Ask_Distance(const char* prompt, Point3 base, double* value, int* got);
+
+// The general question, for prompts that take several kinds of answer.
+struct AskAnswer {
+    int kind;       // 0 point, -1 empty Enter, -3 number, n >= 1 keyword n
+    Point3 point;   // kind 0
+    double number;  // kind -3 (a typed number that is not finite counts as Enter)
+};
+// `keywords` may be null; `mask` as Input_SetMask. A rubber band, when
+// wanted, is set just before.
+int Ask_Any(const char* prompt, const char* keywords, int allowNumber, int mask, AskAnswer* answer);

@@ -95,3 +95,41 @@ int Layer_EditTransform(Layer* layer);
 int Layer_EditTextureTransform(Layer* layer);
 // Error box 1..3 of the layer rules; waits for its OK button.
 void Layer_ErrorMessage(int box);
+
+// --- selection (cmd_select.cpp) ---
+// The selection prompt: picks, windows, add and remove, whole layers. The
+// number selected when the user finished (E, or the running command
+// repeated), 0 when it was abandoned: then InputResult.code holds the code
+// that replaced it, or nothing was selected. Set g.selection.Select_Single
+// first to end at the first object; it is cleared on return.
+int Select_Objects();
+// One pick that hits (asked again until one does); always 1.
+int Select_One(int by_layer, int remove);
+// One window; always 1.
+int Select_Window(int by_layer, int remove);
+// The selection an edit command works on: the current one, or one asked for
+// now. 1 there is one; 0 none (the command is finished); -1 the prompt was
+// replaced (the command must return 0).
+int Edit_UseSelection();
+int Com_Select();           // 307
+int Com_DeselectAll();      // 951
+int Com_PickLayer();        // 952
+int Com_UnpickLayer();      // 953
+int Com_PickObject();       // 954
+int Com_UnpickObject();     // 955
+int Com_WindowSelect();     // 956
+int Com_WindowDeselect();   // 957
+
+// --- edit commands (cmd_edit.cpp) ---
+int Com_Erase();        // 301
+int Com_EditObject();   // 302: one object to its kind's edit machine
+int Com_Move();         // 303
+int Com_Copy();         // 304
+int Com_Rotate();       // 305
+int Com_Scale();        // 306
+int Com_Assign();       // 308
+int Com_Gravity();      // 309
+int Com_Array();        // 310
+int Com_Explode();      // 311
+int Com_Mirror();       // 317
+int Com_ChangeLayer();  // 318

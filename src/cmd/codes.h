@@ -75,6 +75,7 @@ enum CommandCode : int {
     CMD_JOIN = 315,
     CMD_THICKEN = 316,
     CMD_MIRROR = 317,
+    CMD_CHANGE_LAYER = 318,    // the selection into Current_Layer
 
     // transparent view commands
     CMD_REDRAW = 401,

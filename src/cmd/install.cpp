@@ -24,6 +24,7 @@ void Commands_Install() {
     screen.move_to = View_ScreenMoveTo;
     screen.line_to = View_ScreenLineTo;
     screen.redraw_all = Views_RedrawAll;
+    screen.use_layer = View_UseLayerTransform;
     Output_SetConsumer(OUTPUT_SCREEN, screen);
 
     OutputConsumer pov{};

@@ -10,6 +10,7 @@
 #include "gfx/gfx.h"
 #include "input/input.h"
 #include "input/status_line.h"
+#include "model/xform.h"
 #include "scene/layers.h"
 #include "state.h"
 #include "ui/menu.h"
@@ -83,6 +84,9 @@ void DrawBand(const CursorMark& m) {
             Line(m.bx, m.by, m.cx, m.cy);
             return;
         case RUBBER_DRAG:
+            // The selection as the edit would leave it, by the engine's own arithmetic.
+            if (g.aids.Input_Line_Option && !pullDown && g.scene.Selected_Count > 0)
+                Xform_DrawPreview(in.rubberTransform, m.base, m.second);
             if (in.rubberTransform == 5) return;   // GRAVITY: no line
             Line(m.bx, m.by, m.cx, m.cy);
             return;
@@ -155,6 +159,8 @@ void Cursor_Draw() {
     if (m.band) {
         Pixel(in.basePoint, &m.bx, &m.by);
         Pixel(in.cursorPoint, &m.cx, &m.cy);
+        m.base = in.basePoint;
+        m.second = in.cursorPoint;
     }
     in.cursorMark = m;
     Paint(m);

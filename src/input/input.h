@@ -53,6 +53,26 @@ Point3 Input_OrthoDelta(Point3 d);
 // (x, y) in the active viewport; 1 with its ends in a and b.
 int Snap_FindEdge(int x, int y, int half, Point3* a, Point3* b);
 
+// --- selection hit passes (select_hits.cpp) ---
+// One hit pass: the rectangle in pixels of the active viewport, what to do
+// with the objects whose drawing enters it, and what it found.
+struct SelectRequest {
+    int x1, y1, x2, y2;   // any two corners; normalised by the pass
+    int remove;           // 0 select the hits, 1 deselect them
+    int first_only;       // stop at the first hit
+    int by_layer;         // a hit takes its whole layer (not in single mode)
+    int found;            // out: hits of this pass
+    int total;            // out: Selected_Count afterwards
+};
+// Tests every object of the layers that are on (and of the layers they
+// instance, placed as they are drawn there) against the rectangle; in add
+// mode objects already selected are skipped, in remove mode those not
+// selected. Changed objects are drawn in their new colour. Returns found.
+int Select_Hits(SelectRequest* request);
+// The square of half-size `half` pixels round a world point, projected
+// into the active viewport, as a request.
+SelectRequest Select_Around(Point3 p, int half);
+
 // --- the Command prompt (prompt.cpp) ---
 // Takes the code already chosen, or asks `prompt` until a command code
 // arrives; the code is left in InputResult.code and remembered for repeat.

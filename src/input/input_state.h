@@ -31,6 +31,7 @@ struct CursorMark {
     int inView;            // drawn as crosshair/pick box (1) or arrow (0)
     int band;              // rubber band drawn
     int bx, by, cx, cy;    // band from base pixel to cursor pixel
+    Point3 base, second;   // band from base point to cursor point (the drag preview's transform)
 };
 
 enum { INPUT_TEXT_MAX = 126 };   // characters typed into the input line
@@ -69,6 +70,7 @@ struct InputState {
     int transparentActive;   // a transparent command runs (no nesting)
     int abortFlag;           // per-command abort, cleared by the loop
     int typedPoint;          // cursorPoint came from typed coordinates (no ORTHO)
+    int selectMode;          // a selection prompt runs: SNAP is off and may not be switched on
     int reprompt;            // a refused point wants the prompt printed again
     InputContext saved;      // context put aside by a transparent command
     int (*transparentHook)(int result) = nullptr;  // command layer: runs transparent commands

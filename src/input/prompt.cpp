@@ -259,6 +259,10 @@ int KeyF8() {
     return 0;
 }
 int KeyF9() {
+    if (g.input.selectMode) {
+        Msg_Printf("Unable to set SNAP in Select Mode");
+        return kReprompt;
+    }
     Viewport& v = g.view.Active_Viewport;
     v.SNAP = !v.SNAP;
     Cursor_Update(g.input.lastMouse[0], g.input.lastMouse[1]);

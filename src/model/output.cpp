@@ -22,6 +22,7 @@ int ExplodeFacet(const Point3* corner, int n, int) {
     for (int k = 0; k < 4; k++) face.corner[k] = corner[k < n ? k : n - 1];  // a triangle repeats c2
     if (!Add_Face(&face)) {
         Msg_Printf("\nOut of Memory");
+        g.output.explode_failed = 1;
         return 1;
     }
     return 0;
@@ -36,6 +37,7 @@ int ExplodeGridBegin(int rows, int cols) {
     o.explode_grid = (Point3*)Mem_Alloc((size_t)points * sizeof(Point3));
     if (!o.explode_grid) {
         Msg_Printf("\nCan't create Mesh...Out Of Memory!");
+        o.explode_failed = 1;
         return 0;
     }
     for (int64_t i = 0; i < points; i++) o.explode_grid[i] = Point3{0, 0, 0};
@@ -63,6 +65,7 @@ int ExplodeGridEnd() {
     int stop = 0;
     if (!Poly_AddToScene(&mesh)) {   // copies the points; ours are freed below
         Msg_Printf("\nOut of Memory!");
+        o.explode_failed = 1;
         stop = 1;
     }
     Mem_Free(o.explode_grid);
@@ -108,6 +111,10 @@ void Output_SetConsumer(int mode, const OutputConsumer& consumer) {
 
 void Output_RedrawScreen() {
     if (g.output.consumer[OUTPUT_SCREEN].redraw_all) g.output.consumer[OUTPUT_SCREEN].redraw_all();
+}
+
+void Output_UseLayer(const Layer* layer) {
+    if (g.output.consumer[OUTPUT_SCREEN].use_layer) g.output.consumer[OUTPUT_SCREEN].use_layer(layer);
 }
 
 int Output_ToScreen() { return Current()->on_screen; }

@@ -30,6 +30,10 @@ void Output_SetConsumer(int mode, const OutputConsumer& consumer);
 OutputConsumer Output_ExplodeConsumer();
 // Asks the screen consumer to redraw every viewport (nothing without one).
 void Output_RedrawScreen();
+// Points drawn from now on are placed as those of `layer` (its transform and
+// its ancestors'); nullptr: as they are. For drawing one object outside the
+// redraw's own walk.
+void Output_UseLayer(const Layer* layer);
 
 // 1 when the current consumer is the wireframe picture (a generator may
 // leave out faces that only hide edges there, like the box's end faces).

@@ -21,6 +21,10 @@ int Scene_DrawObjectsInterruptible();
 void View_PushLayerTransform(const Layer* layer);
 void View_PopLayerTransform();
 Point3 View_LayerPoint(Point3 p);
+// Replaces the pushed transforms with those of `layer` and its ancestors
+// (nullptr: none), for drawing one object outside the traversal
+// (view_layer.cpp).
+void View_UseLayerTransform(const Layer* layer);
 // The screen consumer of the facet sink: the 3D pen of the active viewport,
 // each point through the layer transforms.
 void View_ScreenMoveTo(Point3 p);

@@ -182,7 +182,7 @@ TEST_F(MenuTest, InstalledSupportFiles) {
                               426, 427, 428, 430, 602, 603, 604, 901, 701, 702, 705, 710, 711, 712, 713,
                               714, 715};
     for (int c = 201; c <= 232; c++) codes.push_back(c);
-    for (int c = 301; c <= 317; c++) codes.push_back(c);
+    for (int c = 301; c <= 318; c++) codes.push_back(c);
     ASSERT_EQ(Command_ReadTable(), 1);
     std::set<int> named;
     for (const CommandName& r : g.menus.CommandTable) {
