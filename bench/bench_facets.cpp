@@ -29,7 +29,9 @@ void Run(const char* what, F generate) {
 
 int main() {
     State_Reset();
-    g.output.consumer[OUTPUT_DXF] = OutputConsumer{0, nullptr, nullptr, Count, nullptr, nullptr, nullptr, nullptr};
+    OutputConsumer counter{};
+    counter.facet = Count;
+    g.output.consumer[OUTPUT_DXF] = counter;
     g.output.Output_Mode = OUTPUT_DXF;
 
     // Revolution: 1001 profile points (1000 segments) x 1000 steps.
