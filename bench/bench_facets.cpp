@@ -20,7 +20,7 @@ const int kRuns = 5;
 long g_facets = 0;
 int Count(const Point3* corner, int, int) {
     g_facets++;
-    return corner[0].x > 1e300;   // reads the corners, never stops
+    return corner[0].x > 1e300;  // reads the corners, never stops
 }
 // The plain loops call it through this, as the generators do through the
 // consumer table, so that the compiler cannot fold the calls away.
@@ -33,7 +33,8 @@ void PlainRevolution(const std::vector<Point3>& profile, int steps) {
     for (int j = 1; j <= steps; j++) {
         double c = std::cos(j * step), s = std::sin(j * step);
         for (size_t k = 0; k < profile.size(); k++)
-            cur[k] = {profile[k].x * c + profile[k].z * s, profile[k].y, profile[k].z * c - profile[k].x * s};
+            cur[k] = {profile[k].x * c + profile[k].z * s, profile[k].y,
+                      profile[k].z * c - profile[k].x * s};
         for (size_t k = 1; k < profile.size(); k++) {
             Point3 q[4] = {prev[k - 1], prev[k], cur[k], cur[k - 1]};
             g_sink(q, 4, 0);
@@ -72,20 +73,23 @@ int main() {
     rev.param2 = {0, 1, 0};
     rev.angle = 360;
     rev.size_n = 1000;
-    Compare("revolution, 1,000,000 facets", "plain loop, same quads", kRuns, [&] { Poly_DrawRevolution(&rev); },
-            [&] { PlainRevolution(profile, 1000); });
+    Compare(
+        "revolution, 1,000,000 facets", "plain loop, same quads", kRuns,
+        [&] { Poly_DrawRevolution(&rev); }, [&] { PlainRevolution(profile, 1000); });
 
     // Mesh: 1001 x 1001 points = 1000 x 1000 cells.
     std::vector<Point3> grid(1001 * 1001);
     for (int i = 0; i <= 1000; i++)
-        for (int j = 0; j <= 1000; j++) grid[i * 1001 + j] = Point3{(double)j, 0.001 * i * j, (double)i};
+        for (int j = 0; j <= 1000; j++)
+            grid[i * 1001 + j] = Point3{(double)j, 0.001 * i * j, (double)i};
     PolylineData mesh = Poly_Default();
     mesh.form = FORM_POLY_MESH;
     mesh.points = grid.data();
     mesh.count = 1001 * 1001;
     mesh.size_m = 1000;
     mesh.size_n = 1000;
-    Compare("mesh, 1,000,000 facets", "plain loop, same quads", kRuns, [&] { Poly_DrawMesh(&mesh); },
-            [&] { PlainMesh(grid, 1000); });
+    Compare(
+        "mesh, 1,000,000 facets", "plain loop, same quads", kRuns, [&] { Poly_DrawMesh(&mesh); },
+        [&] { PlainMesh(grid, 1000); });
     return 0;
 }

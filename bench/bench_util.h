@@ -55,8 +55,8 @@ double Compare(const char* what, const char* base_name, int runs, W work, B base
         tb.push_back(Now() - t);
     }
     double mw = Median(tw), mb = Median(tb), ratio = mb > 0 ? mw / mb : 0;
-    printf("%-44s %8.3f s | %-28s %8.3f s | ratio %6.2f  (medians of %d)\n", what, mw, base_name, mb,
-           ratio, runs);
+    printf("%-44s %8.3f s | %-28s %8.3f s | ratio %6.2f  (medians of %d)\n", what, mw, base_name,
+           mb, ratio, runs);
     fflush(stdout);
     return ratio;
 }

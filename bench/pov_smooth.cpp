@@ -28,14 +28,17 @@ namespace {
 
 const int kCols = 250;
 const int kRuns = 5;
-int g_rows = 200;   // 2 * 250 * 200 = 100,000 triangles
+int g_rows = 200;  // 2 * 250 * 200 = 100,000 triangles
 
-Point3 GridPoint(int c, int r) { return {c * 0.1, sin(c * 0.07) * cos(r * 0.05), r * 0.1}; }
+Point3 GridPoint(int c, int r) {
+    return {c * 0.1, sin(c * 0.07) * cos(r * 0.05), r * 0.1};
+}
 
 void Surface(Object*) {
     for (int r = 0; r < g_rows; r++)
         for (int c = 0; c < kCols; c++) {
-            Point3 a = GridPoint(c, r), b = GridPoint(c + 1, r), d = GridPoint(c, r + 1), e = GridPoint(c + 1, r + 1);
+            Point3 a = GridPoint(c, r), b = GridPoint(c + 1, r), d = GridPoint(c, r + 1),
+                   e = GridPoint(c + 1, r + 1);
             Pov_SpoolTriangle(a, b, e);
             Pov_SpoolTriangle(e, d, a);
         }
@@ -46,15 +49,20 @@ void PlainText(const char* path) {
     if (!f) return;
     setvbuf(f, nullptr, _IOFBF, 10000);
     auto tri = [&](Point3 a, Point3 b, Point3 c) {
-        double ux = b.x - a.x, uy = b.y - a.y, uz = b.z - a.z, vx = c.x - a.x, vy = c.y - a.y, vz = c.z - a.z;
+        double ux = b.x - a.x, uy = b.y - a.y, uz = b.z - a.z, vx = c.x - a.x, vy = c.y - a.y,
+               vz = c.z - a.z;
         Point3 n{uy * vz - uz * vy, uz * vx - ux * vz, ux * vy - uy * vx};
-        fprintf(f, "\n        smooth_triangle {<%g, %g, %g>, <%g, %g, %g>,", a.x, a.y, a.z, n.x, n.y, n.z);
-        fprintf(f, "\n                         <%g, %g, %g>, <%g, %g, %g>,", b.x, b.y, b.z, n.x, n.y, n.z);
-        fprintf(f, "\n                         <%g, %g, %g>, <%g, %g, %g> }", c.x, c.y, c.z, n.x, n.y, n.z);
+        fprintf(f, "\n        smooth_triangle {<%g, %g, %g>, <%g, %g, %g>,", a.x, a.y, a.z, n.x,
+                n.y, n.z);
+        fprintf(f, "\n                         <%g, %g, %g>, <%g, %g, %g>,", b.x, b.y, b.z, n.x,
+                n.y, n.z);
+        fprintf(f, "\n                         <%g, %g, %g>, <%g, %g, %g> }", c.x, c.y, c.z, n.x,
+                n.y, n.z);
     };
     for (int r = 0; r < g_rows; r++)
         for (int c = 0; c < kCols; c++) {
-            Point3 a = GridPoint(c, r), b = GridPoint(c + 1, r), d = GridPoint(c, r + 1), e = GridPoint(c + 1, r + 1);
+            Point3 a = GridPoint(c, r), b = GridPoint(c + 1, r), d = GridPoint(c, r + 1),
+                   e = GridPoint(c + 1, r + 1);
             tri(a, b, e);
             tri(e, d, a);
         }
@@ -88,7 +96,7 @@ double Export(const char* path, bool no_memory) {
 int main(int argc, char** argv) {
     char dir[] = "/tmp/qmr_pov_bench_XXXXXX";
     if (!mkdtemp(dir)) return 1;
-    if (chdir(dir) != 0) return 1;   // "triangle.tmp" goes to the current directory
+    if (chdir(dir) != 0) return 1;  // "triangle.tmp" goes to the current directory
     State_Reset();
     snprintf(g.config.Scenes_Dir, sizeof g.config.Scenes_Dir, "%s", dir);
     snprintf(g.config.SUPPORT_DIR, sizeof g.config.SUPPORT_DIR, "%s", dir);
@@ -107,8 +115,14 @@ int main(int argc, char** argv) {
     fflush(stdout);
     int terminal = dup(1);
     int null = open("/dev/null", O_WRONLY);
-    auto quiet = [&] { fflush(stdout); dup2(null, 1); };
-    auto loud = [&] { fflush(stdout); dup2(terminal, 1); };
+    auto quiet = [&] {
+        fflush(stdout);
+        dup2(null, 1);
+    };
+    auto loud = [&] {
+        fflush(stdout);
+        dup2(terminal, 1);
+    };
 
     quiet();
     std::vector<double> ex, pl;
@@ -119,9 +133,11 @@ int main(int argc, char** argv) {
         pl.push_back(Now() - t);
     }
     loud();
-    printf("smooth surface of %d triangles, %ld bytes of scene file\n", 2 * kCols * g_rows, FileSize(scene.c_str()));
-    printf("%-44s %8.3f s | %-28s %8.3f s | ratio %6.2f  (medians of %d)\n", "EXPORTPOV, normals in memory",
-           Median(ex), "fprintf of the same text", Median(pl), Median(ex) / Median(pl), kRuns);
+    printf("smooth surface of %d triangles, %ld bytes of scene file\n", 2 * kCols * g_rows,
+           FileSize(scene.c_str()));
+    printf("%-44s %8.3f s | %-28s %8.3f s | ratio %6.2f  (medians of %d)\n",
+           "EXPORTPOV, normals in memory", Median(ex), "fprintf of the same text", Median(pl),
+           Median(ex) / Median(pl), kRuns);
 
     // The pass over the file at growing sizes: time per triangle stays flat
     // when it is linear.
@@ -138,8 +154,10 @@ int main(int argc, char** argv) {
         double file = Export(scene.c_str(), true);
         std::string on_file = Slurp(scene);
         loud();
-        printf("%7d triangles: normals in memory %8.3f s, over the spool file %8.3f s (%.2f us a triangle), same text: %s\n",
-               tris, mem, file, file / tris * 1e6, in_memory == on_file ? "yes" : "NO");
+        printf(
+            "%7d triangles: normals in memory %8.3f s, over the spool file %8.3f s (%.2f us a "
+            "triangle), same text: %s\n",
+            tris, mem, file, file / tris * 1e6, in_memory == on_file ? "yes" : "NO");
     }
     Pov_SetSurfaceGenerator(nullptr);
     State_Reset();

@@ -29,7 +29,9 @@ namespace {
 const int kFaces = 500000;
 const int kRuns = 3;
 
-int KeepInsertion(Point3*) { return 1; }
+int KeepInsertion(Point3*) {
+    return 1;
+}
 
 long CountTriangles() {
     long n = 0;
@@ -42,7 +44,7 @@ struct ChildRun {
     double seconds = 0;
     double peak_mib = 0;
     long triangles = 0;
-    double kids_mib = 0;   // peak of the child's own children (assimp)
+    double kids_mib = 0;  // peak of the child's own children (assimp)
 };
 
 // Runs `work` in a child; it reports its time and count through a pipe, the
@@ -82,19 +84,20 @@ int main() {
     snprintf(layer->name, sizeof layer->name, "MESH");
     for (int i = 0; i < kFaces; i++) {
         double x = (i % 1000) * 0.01, z = (i / 1000) * 0.01;
-        FaceData f{{{x, 0, z}, {x + 0.01, 0, z}, {x + 0.01, 0.001 * (i % 7), z + 0.01}, {x, 0, z + 0.01}}};
+        FaceData f{
+            {{x, 0, z}, {x + 0.01, 0, z}, {x + 0.01, 0.001 * (i % 7), z + 0.01}, {x, 0, z + 0.01}}};
         if (!Add_Face(&f)) return 1;
     }
     if (Raw_Export() != 1) return 1;
     std::string path = std::string(dir) + "/bench.raw";
     printf("\nRAW file: %ld bytes, %d triangles\n", FileSize(path.c_str()), 2 * kFaces);
-    State_Reset();   // the children start from an empty scene
+    State_Reset();  // the children start from an empty scene
 
     std::vector<double> ours, theirs, ours_mib, theirs_mib;
     long read_back = 0;
     for (int run = 0; run < kRuns; run++) {
         ChildRun c = InChild([&] {
-            Screen_Open(18);   // messages and drawing go to the headless screen
+            Screen_Open(18);  // messages and drawing go to the headless screen
             Screen_DrawFrame();
             Layer_NewFirst();
             ChildRun r;
@@ -113,7 +116,7 @@ int main() {
             double t = Now();
             if (system(cmd.c_str()) != 0) r.triangles = -1;
             r.seconds = Now() - t;
-            struct rusage kids;   // the shell and assimp
+            struct rusage kids;  // the shell and assimp
             getrusage(RUSAGE_CHILDREN, &kids);
             r.kids_mib = kids.ru_maxrss / 1024.0;
             return r;
@@ -123,10 +126,11 @@ int main() {
         if (a.triangles < 0) printf("assimp failed (is assimp-utils installed?)\n");
     }
     double mo = Median(ours), mt = Median(theirs);
-    printf("Raw_Import:  %.3f s  peak %.0f MiB  (%ld triangles read back)\n", mo, Median(ours_mib), read_back);
+    printf("Raw_Import:  %.3f s  peak %.0f MiB  (%ld triangles read back)\n", mo, Median(ours_mib),
+           read_back);
     printf("assimp info: %.3f s  peak %.0f MiB\n", mt, Median(theirs_mib));
-    printf("ratio time %.2f, memory %.2f  (medians of %d)\n", mo / mt, Median(ours_mib) / Median(theirs_mib),
-           kRuns);
+    printf("ratio time %.2f, memory %.2f  (medians of %d)\n", mo / mt,
+           Median(ours_mib) / Median(theirs_mib), kRuns);
     unlink(path.c_str());
     rmdir(dir);
     return 0;

@@ -74,11 +74,13 @@ void Measure(const char* scene, void (*build)(), const std::string& dir) {
     long bytes = FileSize(path.c_str());
     printf("\n%s: %ld bytes\n", scene, bytes);
     std::string what = std::string("save ") + scene;
-    Compare(what.c_str(), "fwrite + fsync + rename", kRuns, [&] { WorkFile_Save(path.c_str()); },
-            [&] { WriteStdio(plain.c_str(), bytes); });
+    Compare(
+        what.c_str(), "fwrite + fsync + rename", kRuns, [&] { WorkFile_Save(path.c_str()); },
+        [&] { WriteStdio(plain.c_str(), bytes); });
     what = std::string("load ") + scene;
-    Compare(what.c_str(), "fread in 24-byte values", kRuns,
-            [&] { Quiet([&] { WorkFile_Load(path.c_str()); }); }, [&] { ReadStdio(path.c_str()); });
+    Compare(
+        what.c_str(), "fread in 24-byte values", kRuns,
+        [&] { Quiet([&] { WorkFile_Load(path.c_str()); }); }, [&] { ReadStdio(path.c_str()); });
     unlink(plain.c_str());
     unlink(path.c_str());
 }

@@ -33,7 +33,7 @@
 namespace {
 
 constexpr int kPolylines = 1000;
-constexpr int kPoints = 1001;   // 1000 segments each
+constexpr int kPoints = 1001;  // 1000 segments each
 constexpr int kRuns = 3;
 
 // Random walks inside +-8 units: short segments spread over each view.
@@ -91,7 +91,8 @@ struct Bare {
     ~Bare() { XCloseDisplay(d); }
 
     void Draw(const std::vector<Point3>& pts, const Viewport& vp) {
-        XRectangle clip{(short)vp.rect_left, (short)vp.rect_top, (unsigned short)(vp.rect_right - vp.rect_left + 1),
+        XRectangle clip{(short)vp.rect_left, (short)vp.rect_top,
+                        (unsigned short)(vp.rect_right - vp.rect_left + 1),
                         (unsigned short)(vp.rect_bottom - vp.rect_top + 1)};
         XSetClipRectangles(d, gc, 0, 0, &clip, 1, Unsorted);
         XSetForeground(d, gc, 0);
@@ -154,8 +155,8 @@ void StopLatency(double delay) {
     close(fds[0]);
     close(fds[1]);
     printf("poll every %.1f ms: drawing %s %.1f ms after start, %.2f ms after the pointer moved\n",
-           g.view.poll_interval * 1e3, done ? "FINISHED (no stop)" : "stopped", (stopped - t0) * 1e3,
-           (stopped - moved) * 1e3);
+           g.view.poll_interval * 1e3, done ? "FINISHED (no stop)" : "stopped",
+           (stopped - t0) * 1e3, (stopped - moved) * 1e3);
 }
 
 // Row by row against the bare program, whose connection closes at the end
@@ -170,34 +171,38 @@ void Timings(const std::vector<Point3>& pts, double default_interval) {
         g.view.poll_interval = interval;
         View_Draw(&g.view.Active_Viewport);
         Scene_DrawObjectsInterruptible();
-        X11_GetPixel(0, 0);   // a round trip: the server has drawn everything
+        X11_GetPixel(0, 0);  // a round trip: the server has drawn everything
     };
     auto bare_one = [&] {
         bare.Draw(pts, one);
         bare.Sync();
     };
-    Compare("1 viewport, default polling", "bare Xlib, same viewport", kRuns, [&] { interruptible(default_interval); },
-            bare_one);
-    Compare("1 viewport, polling every 2 ms", "bare Xlib, same viewport", kRuns, [&] { interruptible(0.002); }, bare_one);
+    Compare(
+        "1 viewport, default polling", "bare Xlib, same viewport", kRuns,
+        [&] { interruptible(default_interval); }, bare_one);
+    Compare(
+        "1 viewport, polling every 2 ms", "bare Xlib, same viewport", kRuns,
+        [&] { interruptible(0.002); }, bare_one);
     g.view.poll_interval = default_interval;
 
     // All four viewports, wall clock and this process's CPU time.
     std::vector<double> prog_cpu, bare_cpu;
-    Compare("4 viewports, Views_RedrawAll", "bare Xlib, same 4 views", kRuns,
-            [&] {
-                double c = CpuNow();
-                Views_RedrawAll();
-                X11_GetPixel(0, 0);
-                prog_cpu.push_back(CpuNow() - c);
-            },
-            [&] {
-                double c = CpuNow();
-                for (int slot = 4; slot >= 1; slot--) bare.Draw(pts, g.view.Viewports[slot]);
-                bare.Sync();
-                bare_cpu.push_back(CpuNow() - c);
-            });
-    printf("4 viewports, client CPU time: program %.3f s, bare %.3f s, ratio %.2f\n", Median(prog_cpu),
-           Median(bare_cpu), Median(prog_cpu) / Median(bare_cpu));
+    Compare(
+        "4 viewports, Views_RedrawAll", "bare Xlib, same 4 views", kRuns,
+        [&] {
+            double c = CpuNow();
+            Views_RedrawAll();
+            X11_GetPixel(0, 0);
+            prog_cpu.push_back(CpuNow() - c);
+        },
+        [&] {
+            double c = CpuNow();
+            for (int slot = 4; slot >= 1; slot--) bare.Draw(pts, g.view.Viewports[slot]);
+            bare.Sync();
+            bare_cpu.push_back(CpuNow() - c);
+        });
+    printf("4 viewports, client CPU time: program %.3f s, bare %.3f s, ratio %.2f\n",
+           Median(prog_cpu), Median(bare_cpu), Median(prog_cpu) / Median(bare_cpu));
 }
 
 }  // namespace
@@ -213,8 +218,10 @@ int main() {
     std::vector<Point3> pts = Walks();
     BuildScene(pts);
     const double segments = (double)kPolylines * (kPoints - 1);
-    printf("scene: %.0f segments; layout %d; the program's default poll interval %.1f ms (0 = after every segment)\n",
-           segments, g.view.Viewport_Layout, default_interval * 1e3);
+    printf(
+        "scene: %.0f segments; layout %d; the program's default poll interval %.1f ms (0 = after "
+        "every segment)\n",
+        segments, g.view.Viewport_Layout, default_interval * 1e3);
     Views_RedrawAll();
     X11_GetPixel(0, 0);
     Timings(pts, default_interval);
