@@ -62,13 +62,13 @@ class GeomTest : public QmrTest {
     // Facets as they are (like DXF), lines recorded too, mode 2.
     void UseFacets() {
         g.output.consumer[OUTPUT_DXF] = OutputConsumer{0, rec_hooks::Move, rec_hooks::Line, rec_hooks::Facet,
-                                                       nullptr, nullptr, nullptr, nullptr};
+                                                       nullptr, nullptr, nullptr, nullptr, nullptr};
         g.output.Output_Mode = OUTPUT_DXF;
     }
     // Edges through the pen, as on screen, mode 0.
     void UseScreen() {
-        g.output.consumer[OUTPUT_SCREEN] =
-            OutputConsumer{1, rec_hooks::Move, rec_hooks::Line, nullptr, nullptr, nullptr, nullptr, nullptr};
+        g.output.consumer[OUTPUT_SCREEN] = OutputConsumer{
+            1, rec_hooks::Move, rec_hooks::Line, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr};
         g.output.Output_Mode = OUTPUT_SCREEN;
     }
 };
