@@ -57,6 +57,12 @@ void Idle(const char* where) {
 
 void Push(Event e) { d.queue.push_back(e); }
 
+// The transcript keeps its last kTranscriptMax bytes.
+void TrimTranscript() {
+    if (d.transcript.size() > kTranscriptMax)
+        d.transcript.erase(0, d.transcript.size() - kTranscriptMax);
+}
+
 // A wait for input that is held lets the clock run until it arrives.
 void WaitHeld() {
     if (headless::InputHeld()) d.ticks = d.inputAt;
@@ -156,8 +162,9 @@ double X11_Clock() { return d.ticks * 1e-6; }
 
 void X11_Transcript(const char* text) {
     d.transcript += text;
-    if (d.transcript.size() > kTranscriptMax)
-        d.transcript.erase(0, d.transcript.size() - kTranscriptMax);
+    // Trimmed in large steps: cutting one message's worth off the front
+    // each time moves the whole window per message.
+    if (d.transcript.size() > 2 * kTranscriptMax) TrimTranscript();
 }
 
 // --- test side ----------------------------------------------------------------
@@ -188,10 +195,14 @@ void Headless_HoldInput(double seconds) { d.inputAt = d.ticks + std::lround(seco
 int Headless_Pending() { return (int)d.queue.size(); }
 void Headless_ClearInput() { d.queue.clear(); }
 
-const std::string& Headless_Transcript() { return d.transcript; }
+const std::string& Headless_Transcript() {
+    TrimTranscript();
+    return d.transcript;
+}
 void Headless_ClearTranscript() { d.transcript.clear(); }
 
 std::string Headless_LastLine() {
+    TrimTranscript();
     size_t nl = d.transcript.rfind('\n');
     return nl == std::string::npos ? d.transcript : d.transcript.substr(nl + 1);
 }
