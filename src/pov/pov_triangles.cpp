@@ -10,6 +10,7 @@
 #include "pov/pov_triangles.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -106,6 +107,56 @@ class VertexIndex {
     std::vector<CellEntry> entries_;
 };
 
+// One triangle statement built in a buffer and written at once. Numbers are
+// written as "%g" writes them, through std::to_chars with precision 6, which
+// the C++ standard defines as printf's conversion and which is several times
+// faster than it; these numbers are most of an exported surface's text.
+class Statement {
+  public:
+    Statement& Text(const char* s) {
+        size_t n = std::min(strlen(s), (size_t)(end_ - at_));
+        memcpy(at_, s, n);
+        at_ += n;
+        return *this;
+    }
+    Statement& G(double v) {
+        at_ = std::to_chars(at_, end_, v, std::chars_format::general, 6).ptr;
+        return *this;
+    }
+    Statement& Vec(Point3 p) { return Text("<").G(p.x).Text(", ").G(p.y).Text(", ").G(p.z).Text(">"); }
+    void Write() {
+        Pov_Write(buf_, (size_t)(at_ - buf_));
+        at_ = buf_;
+    }
+
+  private:
+    char buf_[2048];   // three indented lines of six numbers, a texture name
+    char* at_ = buf_;
+    char* const end_ = buf_ + sizeof buf_;
+};
+
+// The "." shown per triangle written goes out in groups: a message is drawn
+// and flushed to the display, which costs more than the triangle's text.
+// The dots and where they wrap are the same as one message each.
+class Progress {
+  public:
+    ~Progress() { Flush(); }
+    void Dot() {
+        if (++pending_ == kGroup) Flush();
+    }
+    void Flush() {
+        if (pending_) Msg_Printf("%.*s", pending_, kDots);
+        pending_ = 0;
+    }
+
+  private:
+    static constexpr int kGroup = 64;   // well inside one 255-character message
+    static constexpr char kDots[kGroup + 1] =
+        "................................................................";
+    static_assert(kDots[kGroup - 1] == '.', "a dot for every triangle of a group");
+    int pending_ = 0;
+};
+
 int TouchesVertex(const PovTri& t, Point3 v) {
     return Point_Same(t.v[0], v) || Point_Same(t.v[1], v) || Point_Same(t.v[2], v);
 }
@@ -171,7 +222,10 @@ long Pov_WriteTriangleList(const PovTriangleList& list) {
     if (any_smooth && list.tris) index = built = new VertexIndex(s, g.writer.Vertex_Tolerance);
 
     std::vector<long> scratch;
+    Statement out;
+    Progress progress;
     long bad = 0;
+    const char* indent = g.writer.Pov_Indent_String;
     for (long i = 0; i < list.count; i++) {
         PovTri t = s.Get(i);
         if (!TriFinite(t)) {
@@ -186,20 +240,18 @@ long Pov_WriteTriangleList(const PovTriangleList& list) {
             for (int k = 0; k < 3; k++) {
                 Point3 v = t.v[k];
                 Point3 n = VertexNormal(s, index, i, t, v, &scratch);
-                Pov_Indent();
-                Pov_Printf("%s<%g, %g, %g>, <%g, %g, %g>%s", kLead[k], v.x, v.y, v.z, n.x, n.y, n.z,
-                           k < 2 ? "," : " ");
+                out.Text(indent).Text(kLead[k]).Vec(v).Text(", ").Vec(n).Text(k < 2 ? "," : " ");
             }
         } else {
-            Pov_Indent();
-            Pov_Printf("    triangle {<%g, %g, %g>, <%g, %g, %g>, <%g, %g, %g> ", t.v[0].x, t.v[0].y,
-                       t.v[0].z, t.v[1].x, t.v[1].y, t.v[1].z, t.v[2].x, t.v[2].y, t.v[2].z);
+            out.Text(indent).Text("    triangle {").Vec(t.v[0]).Text(", ").Vec(t.v[1]).Text(", ");
+            out.Vec(t.v[2]).Text(" ");
         }
-        if (list.standalone && owner->texture[0]) Pov_Printf(" texture { %s } ", owner->texture);
-        if (owner->flags & No_shadow) Pov_Printf(" no_shadow ");
-        Pov_Printf("}");
-        Msg_Printf(".");
+        if (list.standalone && owner->texture[0]) out.Text(" texture { ").Text(owner->texture).Text(" } ");
+        if (owner->flags & No_shadow) out.Text(" no_shadow ");
+        out.Text("}").Write();
+        progress.Dot();
     }
+    progress.Flush();
     delete built;
     if (bad) Msg_Printf("\nWarning: %ld triangle(s) with invalid coordinates left out", bad);
     return bad;
