@@ -538,12 +538,14 @@ TEST_F(PovTest, NormalPassesInMemorySortedOnDiskAndPlainWriteTheSameText) {
     for (double tol : {0.0, 0.003, 0.01}) {
         g.writer.Vertex_Tolerance = tol;
         std::string indexed = Export();
+        std::string told = messages_;
         EXPECT_EQ(g.writer.Normal_Pass, NORMALS_INDEXED);
         long live = g.mem.live_blocks;
         g.writer.Sort_Budget = 2048;
         Mem_FailAfter(1);   // the spool's buffer fails
         std::string sorted = Export();
         EXPECT_EQ(g.writer.Normal_Pass, NORMALS_SORTED);
+        EXPECT_EQ(messages_, told);   // the lack of memory is not reported
         EXPECT_EQ(g.mem.live_blocks, live);
         g.writer.Sort_Budget = 0;
         Mem_FailAfter(1);
