@@ -165,30 +165,38 @@ TEST_F(WorkFileRoundTrip, EmptyNameFailsAtOnceAndTemporaryNameReplacesFirstChara
 }
 
 // The save runs in a child whose file-size limit makes writes fail; the
-// child reports the result and whether the message appeared.
+// child reports the result and whether the message appeared. At 300 bytes
+// the first 64 KiB block fails; at 100,000 the second of a scene of more
+// than 200 KB does.
 TEST_F(WorkFileRoundTrip, FailedWriteKeepsTheOldFileAndRemovesTheTemporary) {
     std::string path = dir.file("scene.qmr");
-    WriteFile(path, "old contents");
     BuildSampleScene();
-    fflush(stdout);
-    pid_t pid = fork();
-    ASSERT_GE(pid, 0);
-    if (pid == 0) {
-        signal(SIGXFSZ, SIG_IGN);
-        struct rlimit lim = {300, 300};
-        setrlimit(RLIMIT_FSIZE, &lim);
-        testing::internal::CaptureStdout();
-        int r = WorkFile_Save(path.c_str());
-        std::string out = testing::internal::GetCapturedStdout();
-        bool msg = out == "\nUnable to save file, Out of disk space...Press any key!";
-        _exit(r * 10 + (msg ? 1 : 0));
+    for (int i = 0; i < 2000; i++) {
+        TriangleData t{{{i * 1.0, 0, 0}, {0, i * 1.0, 0}, {0, 0, 1}}};
+        ASSERT_NE(Add_Triangle(&t), nullptr);
     }
-    int status = 0;
-    waitpid(pid, &status, 0);
-    ASSERT_TRUE(WIFEXITED(status));
-    EXPECT_EQ(WEXITSTATUS(status), 1);   // result 0, message shown
-    EXPECT_EQ(ReadFile(path), "old contents");
-    EXPECT_FALSE(FileExists(dir.file("$cene.qmr")));
+    for (rlim_t limit : {rlim_t(300), rlim_t(100000)}) {
+        WriteFile(path, "old contents");
+        fflush(stdout);
+        pid_t pid = fork();
+        ASSERT_GE(pid, 0);
+        if (pid == 0) {
+            signal(SIGXFSZ, SIG_IGN);
+            struct rlimit lim = {limit, limit};
+            setrlimit(RLIMIT_FSIZE, &lim);
+            testing::internal::CaptureStdout();
+            int r = WorkFile_Save(path.c_str());
+            std::string out = testing::internal::GetCapturedStdout();
+            bool msg = out == "\nUnable to save file, Out of disk space...Press any key!";
+            _exit(r * 10 + (msg ? 1 : 0));
+        }
+        int status = 0;
+        waitpid(pid, &status, 0);
+        ASSERT_TRUE(WIFEXITED(status));
+        EXPECT_EQ(WEXITSTATUS(status), 1) << limit;   // result 0, message shown
+        EXPECT_EQ(ReadFile(path), "old contents") << limit;
+        EXPECT_FALSE(FileExists(dir.file("$cene.qmr"))) << limit;
+    }
 }
 
 TEST_F(WorkFileRoundTrip, LoadOfMissingOrForeignFileLeavesTheSceneAlone) {
