@@ -1,33 +1,40 @@
-// bench_x11_redraw.cpp - redrawing all viewports of a scene of 1,000,000
-// line segments through the program's own path (layers, Object_Draw, facet
-// sink, 3D pen, display layer), against a minimal Xlib program that projects
-// the same segments and draws them into a window and a pixmap; and how soon
-// interruptible drawing (the drag) stops once the pointer moves.
-// Run under a display, e.g.: Xvfb :55 & DISPLAY=:55 ./bench_x11_redraw
+// bench_x11_redraw.cpp - drawing a scene of 1,000,000 line segments through
+// the program's own path (layers, Object_Draw, facet sink, 3D pen, display
+// layer) against a minimal Xlib program that projects the same segments and
+// draws them into a window and a pixmap; and how soon interruptible drawing
+// stops once the pointer moves.
+//
+// One viewport drawn interruptibly (as a drag draws) at the program's
+// default input polling and at one poll every 2 ms, against the bare program
+// drawing that viewport; then all four viewports (Views_RedrawAll) against
+// the bare program drawing all four. Each timing ends with a round trip, so
+// the server has drawn everything; the bare side has a connection of its own.
+//
+//   Xvfb :55 -screen 0 1280x1024x24 &
+//   make -C build bench_x11_redraw && DISPLAY=:55 build/bench_x11_redraw
 #include <X11/Xlib.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <vector>
 
+#include "../bench_util.h"
 #include "gfx/gfx.h"
 #include "gfx/screen.h"
+#include "scene/layers.h"
+#include "scene/object.h"
 #include "state.h"
 #include "view/view_commands.h"
 #include "view/view_draw.h"
+#include "view/viewport.h"
 
 namespace {
 
 constexpr int kPolylines = 1000;
-constexpr int kPoints = 1001;   // 1000 segments each
-
-double Now() {
-    using namespace std::chrono;
-    return duration<double>(steady_clock::now().time_since_epoch()).count();
-}
+constexpr int kPoints = 1001;  // 1000 segments each
+constexpr int kRuns = 3;
 
 // Random walks inside +-8 units: short segments spread over each view.
 std::vector<Point3> Walks() {
@@ -63,19 +70,27 @@ void BuildScene(const std::vector<Point3>& pts) {
     }
 }
 
-// The bare program: the same four views as plain axis projections (slot 1's
-// turned view included through its cached sines), clipped by the server.
-double BareXlib(const std::vector<Point3>& pts) {
-    Display* d = XOpenDisplay(nullptr);
-    int s = DefaultScreen(d);
-    Window w = XCreateSimpleWindow(d, RootWindow(d, s), 0, 0, 640, 480, 1, 0, 0);
-    Pixmap pm = XCreatePixmap(d, w, 640, 480, DefaultDepth(d, s));
-    GC gc = XCreateGC(d, w, 0, nullptr);
-    XMapWindow(d, w);
-    XSync(d, False);
-    double t0 = Now();
-    for (int slot = 4; slot >= 1; slot--) {
-        const Viewport& vp = g.view.Viewports[slot];
+// The bare program: its own window and pixmap, the views as plain axis
+// projections (a turned view through its cached sines), clipped by the
+// server.
+struct Bare {
+    Display* d;
+    Window w;
+    Pixmap pm;
+    GC gc;
+
+    Bare() {
+        d = XOpenDisplay(nullptr);
+        int s = DefaultScreen(d);
+        w = XCreateSimpleWindow(d, RootWindow(d, s), 0, 0, 640, 480, 1, 0, 0);
+        pm = XCreatePixmap(d, w, 640, 480, DefaultDepth(d, s));
+        gc = XCreateGC(d, w, 0, nullptr);
+        XMapWindow(d, w);
+        XSync(d, False);
+    }
+    ~Bare() { XCloseDisplay(d); }
+
+    void Draw(const std::vector<Point3>& pts, const Viewport& vp) {
         XRectangle clip{(short)vp.rect_left, (short)vp.rect_top,
                         (unsigned short)(vp.rect_right - vp.rect_left + 1),
                         (unsigned short)(vp.rect_bottom - vp.rect_top + 1)};
@@ -110,11 +125,8 @@ double BareXlib(const std::vector<Point3>& pts) {
             }
         }
     }
-    XSync(d, False);
-    double t = Now() - t0;
-    XCloseDisplay(d);
-    return t;
-}
+    void Sync() { XSync(d, False); }
+};
 
 // Time from a pointer move (made by a second connection after `delay`
 // seconds) until interruptible drawing has stopped.
@@ -123,6 +135,7 @@ void StopLatency(double delay) {
     if (pipe(fds) != 0) return;
     X11_WarpMouse(300, 200);
     X11_PumpEvents();
+    fflush(stdout);
     pid_t child = fork();
     if (child == 0) {
         Display* d = XOpenDisplay(nullptr);
@@ -134,20 +147,69 @@ void StopLatency(double delay) {
         _exit(0);
     }
     double t0 = Now();
-    Views_SelectSlot(2);
     int done = Scene_DrawObjectsInterruptible();
     double stopped = Now();
     double moved = 0;
     if (read(fds[0], &moved, sizeof moved) != (ssize_t)sizeof moved) moved = 0;
     waitpid(child, nullptr, 0);
-    printf("poll every %.0f ms: drawing %s %.1f ms after start, %.2f ms after the pointer moved\n",
-           g.view.poll_interval * 1e3, done ? "FINISHED (no stop)" : "stopped", (stopped - t0) * 1e3, (stopped - moved) * 1e3);
+    close(fds[0]);
+    close(fds[1]);
+    printf("poll every %.1f ms: drawing %s %.1f ms after start, %.2f ms after the pointer moved\n",
+           g.view.poll_interval * 1e3, done ? "FINISHED (no stop)" : "stopped",
+           (stopped - t0) * 1e3, (stopped - moved) * 1e3);
+}
+
+// Row by row against the bare program, whose connection closes at the end
+// (its window must not take the pointer during the latency test).
+void Timings(const std::vector<Point3>& pts, double default_interval) {
+    Bare bare;
+
+    // One viewport (slot 1), interruptible, as a drag draws it.
+    Views_SelectSlot(1);
+    const Viewport one = g.view.Active_Viewport;
+    auto interruptible = [&](double interval) {
+        g.view.poll_interval = interval;
+        View_Draw(&g.view.Active_Viewport);
+        Scene_DrawObjectsInterruptible();
+        X11_GetPixel(0, 0);  // a round trip: the server has drawn everything
+    };
+    auto bare_one = [&] {
+        bare.Draw(pts, one);
+        bare.Sync();
+    };
+    Compare(
+        "1 viewport, default polling", "bare Xlib, same viewport", kRuns,
+        [&] { interruptible(default_interval); }, bare_one);
+    Compare(
+        "1 viewport, polling every 2 ms", "bare Xlib, same viewport", kRuns,
+        [&] { interruptible(0.002); }, bare_one);
+    g.view.poll_interval = default_interval;
+
+    // All four viewports, wall clock and this process's CPU time.
+    std::vector<double> prog_cpu, bare_cpu;
+    Compare(
+        "4 viewports, Views_RedrawAll", "bare Xlib, same 4 views", kRuns,
+        [&] {
+            double c = CpuNow();
+            Views_RedrawAll();
+            X11_GetPixel(0, 0);
+            prog_cpu.push_back(CpuNow() - c);
+        },
+        [&] {
+            double c = CpuNow();
+            for (int slot = 4; slot >= 1; slot--) bare.Draw(pts, g.view.Viewports[slot]);
+            bare.Sync();
+            bare_cpu.push_back(CpuNow() - c);
+        });
+    printf("4 viewports, client CPU time: program %.3f s, bare %.3f s, ratio %.2f\n",
+           Median(prog_cpu), Median(bare_cpu), Median(prog_cpu) / Median(bare_cpu));
 }
 
 }  // namespace
 
 int main() {
     State_Reset();
+    const double default_interval = g.view.poll_interval;
     Screen_Open(18);
     Screen_DrawFrame();
     Views_SetScreen(g.screen.width, g.screen.height, SCREEN_LINE, g.screen.inputLineY);
@@ -156,33 +218,17 @@ int main() {
     std::vector<Point3> pts = Walks();
     BuildScene(pts);
     const double segments = (double)kPolylines * (kPoints - 1);
-
-    double t0 = Now();
+    printf(
+        "scene: %.0f segments; layout %d; the program's default poll interval %.1f ms (0 = after "
+        "every segment)\n",
+        segments, g.view.Viewport_Layout, default_interval * 1e3);
     Views_RedrawAll();
-    X11_GetPixel(0, 0);   // a round trip: the server has drawn everything
-    double all = Now() - t0;
+    X11_GetPixel(0, 0);
+    Timings(pts, default_interval);
 
-    double bare = BareXlib(pts);
-
-    // One viewport drawn interruptibly with nothing happening: the cost of
-    // asking for events after every segment, and at most every 2 ms.
-    double polled[2];
-    const double intervals[2] = {0, 0.002};
-    for (int i = 0; i < 2; i++) {
-        g.view.poll_interval = intervals[i];
-        t0 = Now();
-        Scene_DrawObjectsInterruptible();
-        X11_GetPixel(0, 0);
-        polled[i] = Now() - t0;
-    }
-
-    printf("scene: %.0f segments, 4 viewports (layout 6)\n", segments);
-    printf("Views_RedrawAll:       %.3f s  (%.2f M segments/s drawn)\n", all, 4 * segments / all / 1e6);
-    printf("bare Xlib, same views: %.3f s  (%.2f M segments/s)\n", bare, 4 * segments / bare / 1e6);
-    printf("program / bare:        %.2f\n", all / bare);
-    printf("one viewport, interruptible, polling after every segment: %.3f s\n", polled[0]);
-    printf("one viewport, interruptible, polling every 2 ms (drag):   %.3f s\n", polled[1]);
-    g.view.poll_interval = 0;
+    // How soon a pointer move stops interruptible drawing.
+    Views_SelectSlot(2);
+    g.view.poll_interval = default_interval;
     StopLatency(0.05);
     g.view.poll_interval = 0.002;
     StopLatency(0.05);

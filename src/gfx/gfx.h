@@ -127,6 +127,9 @@ void X11_PumpEvents();
 void X11_Beep();
 // Sends buffered drawing to the server (waiting for events does it too).
 void X11_Flush();
+// Seconds on a monotonic clock; interruptible drawing times its input polls
+// by it. The headless clock advances only as lines are drawn.
+double X11_Clock();
 
 // Every message the program shows also goes here, so that tests can read
 // what the user was told. The x11 backend appends it to the file named by

@@ -23,6 +23,7 @@ void Pov_ScenePath(char* out, size_t size);
 // succeeded. 1 written; 2 not written (message printed).
 int Pov_WriteScene(const char* path);
 void Pov_Printf(const char* format, ...) __attribute__((format(printf, 1, 2)));
+void Pov_Write(const char* text, size_t n);   // n bytes as they are
 void Pov_Indent();
 Layer* Pov_WriteLayer(Layer* layer);
 void Pov_WriteObject(Object* object, Layer* layer);

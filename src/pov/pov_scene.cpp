@@ -109,6 +109,10 @@ void Pov_Printf(const char* format, ...) {
     va_end(ap);
 }
 
+void Pov_Write(const char* text, size_t n) {
+    if (g.writer.file) fwrite(text, 1, n, g.writer.file);
+}
+
 void Pov_Indent() { Pov_Printf("%s", g.writer.Pov_Indent_String); }
 
 int Layer_IsBlock(const Layer* layer) {

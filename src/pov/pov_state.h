@@ -57,6 +57,9 @@ struct TextureState {
     char Current_Texture_Name[21] = "";   // texture last chosen or saved
 };
 
+// How the vertex normals of a list were found.
+enum NormalPass { NORMALS_INDEXED = 1, NORMALS_SORTED = 2, NORMALS_PLAIN = 3 };
+
 // Writer state: alive only while a scene file is written, except
 // Vertex_Tolerance, which the DXF export shares. The settings saved with the
 // scene are PovSettings (above), in g.pov.
@@ -68,6 +71,9 @@ struct PovState {
     double Vertex_Tolerance = 0.0;         // per-coordinate tolerance of shared vertices
     FILE* spool = nullptr;                 // open "triangle.tmp" while a surface is spooled
     long Spool_Count = 0;                  // triangles in the spool
+    size_t Sort_Budget = 1 << 20;          // bytes each sort of the normal pass over the spool
+                                           // file may hold; too little for 8 records: plain pass
+    int Normal_Pass = 0;                   // pass of the last smooth list: NORMALS_INDEXED ...
     int Write_Error = 0;                   // the spool failed: the scene file is not written
     TextureState textures;                 // texture chooser and editor
 };

@@ -4,12 +4,12 @@
 // One pen, four jobs chosen by the record: extents_mode measures the screen
 // extents (nothing drawn, no clipping); otherwise the segment is clipped to
 // the viewport rectangle and then drawn (line_mode 0), drawn with a poll for
-// waiting events (line_mode 1 or the global interruptible flag), or walked
-// pixel by pixel against pick_box (line_mode 2). In the 3D view a segment is
-// first cut at the camera plane. Pixels that are not finite numbers (from
-// NaN or overflowing input) end the segment before anything is converted to
-// an integer, and every walk is bounded by the clipped segment's length.
-#include <chrono>
+// waiting events every poll_interval of drawing (line_mode 1 or the global
+// interruptible flag), or walked pixel by pixel against pick_box
+// (line_mode 2). In the 3D view a segment is first cut at the camera plane.
+// Pixels that are not finite numbers (from NaN or overflowing input) end the
+// segment before anything is converted to an integer, and every walk is
+// bounded by the clipped segment's length.
 #include <cmath>
 #include <cstdlib>
 
@@ -128,18 +128,14 @@ int HitTest(const Viewport* vp, int x1, int y1, int x2, int y2) {
     return 0;
 }
 
-double Clock() {
-    using namespace std::chrono;
-    return duration<double>(steady_clock::now().time_since_epoch()).count();
-}
-
 // A key, or a mouse that moved or clicked since interruptible drawing began.
-// With a poll interval set, the display is asked at most that often: under
-// X each question flushes the request buffer, which costs more than the line.
+// The display is asked at most once per poll interval of drawing (0: after
+// every segment): under X each question flushes the request buffer, which
+// costs a hundred times the line.
 int EventWaiting() {
     ViewState& v = g.view;
     if (v.poll_interval > 0) {
-        double now = Clock();
+        double now = X11_Clock();
         if (now - v.poll_last < v.poll_interval) return 0;
         v.poll_last = now;
     }
@@ -162,6 +158,7 @@ void View_BeginInterruptible() {
     ViewState& v = g.view;
     X11_ReadMouse(&v.poll_mouse_x, &v.poll_mouse_y, &v.poll_mouse_buttons);
     v.poll_armed = 1;
+    v.poll_last = X11_Clock();
 }
 
 void View_MoveTo(Viewport* vp, Point3 p) {

@@ -18,7 +18,6 @@
 namespace {
 
 const double RAD_PER_DEG = 3.141592653589793 / 180.0;
-const double DRAG_POLL_INTERVAL = 0.002;   // seconds: a drag stops drawing within about this
 
 
 Viewport* Active() { return &g.view.Active_Viewport; }
@@ -156,8 +155,6 @@ int View_Drag(int bits) {
     DragStart s{*vp, vp->CAM, vp->TAR, vp->FOV, v.screen_width / 2.0, v.screen_height / 2.0};
     X11_WarpMouse((int)s.cx, (int)s.cy);
     v.drag_active = 1;
-    double keep_interval = v.poll_interval;
-    v.poll_interval = DRAG_POLL_INTERVAL;
     int lastX = (int)s.cx, lastY = (int)s.cy;
     for (;;) {
         int x, y, b;
@@ -180,7 +177,6 @@ int View_Drag(int bits) {
         X11_Flush();
     }
     v.drag_active = 0;
-    v.poll_interval = keep_interval;
     SaveZoom();
     View_Refresh();
     return 1;

@@ -160,8 +160,8 @@ struct ViewState {
     ZoomNode* zoom_first[5] = {};   // zoom stack of each slot 1..4: oldest node ...
     ZoomNode* zoom_last[5] = {};    // ... and newest node
     int drag_active = 0;            // an interactive drag is running
-    double poll_interval = 0;       // seconds between event polls of interruptible drawing; 0 = every segment
-    double poll_last = 0;           // clock of the last poll
+    double poll_interval = 0.002;   // seconds of drawing between event polls of interruptible drawing; 0 = every segment
+    double poll_last = 0;           // X11_Clock of the last poll
 };
 
 struct ShadeSettings {

@@ -10,13 +10,13 @@ const char kMagic20A[35] = "Quillmoor Sculptor 2.0A work file!";
 
 namespace {
 
-int PutBytes(FILE* f, const unsigned char* b, size_t n) {
-    if (g.workfile.Write_Error) return 0;
-    if (fwrite(b, 1, n, f) != n) {
-        g.workfile.Write_Error = 1;
-        return 0;
-    }
-    return 1;
+// Room for n more bytes in the buffer; the buffer is written out when full.
+unsigned char* Room(WfOut* o, size_t n) {
+    if (g.workfile.Write_Error) return nullptr;
+    if (sizeof o->buf - o->used < n && !Wf_Flush(o)) return nullptr;
+    unsigned char* at = o->buf + o->used;
+    o->used += n;
+    return at;
 }
 
 void EncodeU64(unsigned char* b, uint64_t v, int n) {
@@ -29,72 +29,131 @@ uint64_t DecodeU64(const unsigned char* b, int n) {
     return v;
 }
 
-}  // namespace
-
-int Wf_PutByte(FILE* f, int b) {
-    unsigned char c = static_cast<unsigned char>(b);
-    return PutBytes(f, &c, 1);
-}
-
-int Wf_PutInt32(FILE* f, int32_t v) {
-    unsigned char b[4];
-    EncodeU64(b, static_cast<uint32_t>(v), 4);
-    return PutBytes(f, b, 4);
-}
-
-int Wf_PutDouble(FILE* f, double v) {
+uint64_t Bits(double v) {
     uint64_t bits;
     memcpy(&bits, &v, 8);
-    unsigned char b[8];
-    EncodeU64(b, bits, 8);
-    return PutBytes(f, b, 8);
+    return bits;
 }
 
-int Wf_PutPoint(FILE* f, const Point3& p) {
-    return Wf_PutDouble(f, p.x) && Wf_PutDouble(f, p.y) && Wf_PutDouble(f, p.z);
+// Reads more of the file behind what is left in the buffer; the number of
+// bytes that came (0 at the end of the file).
+size_t Refill(WfIn* in) {
+    size_t rest = in->len - in->pos;
+    memmove(in->buf, in->buf + in->pos, rest);
+    in->pos = 0;
+    in->len = rest;
+    size_t got = in->eof ? 0 : fread(in->buf + rest, 1, sizeof in->buf - rest, in->f);
+    in->len += got;
+    return got;
 }
 
-int Wf_PutRaw(FILE* f, const void* data, size_t n) {
-    const unsigned char* b = static_cast<const unsigned char*>(data);
-    for (size_t i = 0; i < n; i++)
-        if (!PutBytes(f, b + i, 1)) return 0;
+// The next n bytes, or nullptr at the end of the file. Whatever is left
+// when a read fails is dropped, so that every later read fails too.
+const unsigned char* Take(WfIn* in, size_t n) {
+    while (in->len - in->pos < n) {
+        if (n > sizeof in->buf || !Refill(in)) {
+            in->eof = 1;
+            in->pos = in->len = 0;
+            return nullptr;
+        }
+    }
+    const unsigned char* at = in->buf + in->pos;
+    in->pos += n;
+    return at;
+}
+
+}  // namespace
+
+int Wf_Flush(WfOut* o) {
+    if (g.workfile.Write_Error) return 0;
+    size_t n = o->used;
+    o->used = 0;
+    if (n && fwrite(o->buf, 1, n, o->f) != n) {
+        g.workfile.Write_Error = 1;
+        return 0;
+    }
     return 1;
 }
 
-int Wf_GetByte(FILE* f, int* out) {
-    int c = getc(f);
-    if (c == EOF) return 0;
-    *out = static_cast<signed char>(c);
+int Wf_PutByte(WfOut* f, int b) {
+    unsigned char* at = Room(f, 1);
+    if (!at) return 0;
+    *at = static_cast<unsigned char>(b);
     return 1;
 }
 
-int Wf_GetInt32(FILE* f, int32_t* out) {
-    unsigned char b[4];
-    if (fread(b, 1, 4, f) != 4) return 0;
+int Wf_PutInt32(WfOut* f, int32_t v) {
+    unsigned char* at = Room(f, 4);
+    if (!at) return 0;
+    EncodeU64(at, static_cast<uint32_t>(v), 4);
+    return 1;
+}
+
+int Wf_PutDouble(WfOut* f, double v) {
+    unsigned char* at = Room(f, 8);
+    if (!at) return 0;
+    EncodeU64(at, Bits(v), 8);
+    return 1;
+}
+
+int Wf_PutPoint(WfOut* f, const Point3& p) {
+    unsigned char* at = Room(f, 24);
+    if (!at) return 0;
+    EncodeU64(at, Bits(p.x), 8);
+    EncodeU64(at + 8, Bits(p.y), 8);
+    EncodeU64(at + 16, Bits(p.z), 8);
+    return 1;
+}
+
+int Wf_PutRaw(WfOut* f, const void* data, size_t n) {
+    unsigned char* at = Room(f, n);
+    if (!at) return 0;
+    memcpy(at, data, n);
+    return 1;
+}
+
+int Wf_GetByte(WfIn* f, int* out) {
+    const unsigned char* b = Take(f, 1);
+    if (!b) return 0;
+    *out = static_cast<signed char>(*b);
+    return 1;
+}
+
+int Wf_GetInt32(WfIn* f, int32_t* out) {
+    const unsigned char* b = Take(f, 4);
+    if (!b) return 0;
     *out = Wf_Int32At(b);
     return 1;
 }
 
-int Wf_GetDouble(FILE* f, double* out) {
-    unsigned char b[8];
-    if (fread(b, 1, 8, f) != 8) return 0;
+int Wf_GetDouble(WfIn* f, double* out) {
+    const unsigned char* b = Take(f, 8);
+    if (!b) return 0;
     *out = Wf_DoubleAt(b);
     return 1;
 }
 
-int Wf_GetPoint(FILE* f, Point3* out) {
-    unsigned char b[24];
-    if (fread(b, 1, 24, f) != 24) return 0;
+int Wf_GetPoint(WfIn* f, Point3* out) {
+    const unsigned char* b = Take(f, 24);
+    if (!b) return 0;
     *out = Wf_PointAt(b);
     return 1;
 }
 
-int Wf_GetRaw(FILE* f, void* data, size_t n) {
-    unsigned char* b = static_cast<unsigned char*>(data);
-    for (size_t i = 0; i < n; i++) {
-        int c = getc(f);
-        if (c == EOF) return 0;
-        b[i] = static_cast<unsigned char>(c);
+// Byte by byte as far as the file goes, so a field cut by the end of the
+// file keeps the bytes before the cut.
+int Wf_GetRaw(WfIn* f, void* data, size_t n) {
+    unsigned char* out = static_cast<unsigned char*>(data);
+    while (n > 0) {
+        if (f->pos == f->len && !Refill(f)) {
+            f->eof = 1;
+            return 0;
+        }
+        size_t k = f->len - f->pos < n ? f->len - f->pos : n;
+        memcpy(out, f->buf + f->pos, k);
+        f->pos += k;
+        out += k;
+        n -= k;
     }
     return 1;
 }

@@ -119,7 +119,7 @@ void ClearRecord(AnyRecord* rec, int kind) {
     if (kind == KIND_LIGHT) rec->light = Light_Default();
 }
 
-int WriteRecord(FILE* f, const Object* obj) {
+int WriteRecord(WfOut* f, const Object* obj) {
     const KindTable* t = TableOf(obj->kind);
     if (!t) return 1;   // not a kind the format knows: empty field list
     const char* base = static_cast<const char*>(obj->data);
@@ -139,7 +139,7 @@ int WriteRecord(FILE* f, const Object* obj) {
 // Reads the kind's keyed fields up to key 101 into rec. For a polyline, key
 // 10 reads `count` points into `points`. Returns 1 at key 101, 0 at end of
 // file, -1 when a point could not be stored.
-int ReadRecord(FILE* f, int kind, AnyRecord* rec, WfPointList* points) {
+int ReadRecord(WfIn* f, int kind, AnyRecord* rec, WfPointList* points) {
     const KindTable* t = TableOf(kind);
     char* base = reinterpret_cast<char*>(rec);
     for (;;) {
@@ -184,7 +184,7 @@ void Wf_PointListFree(WfPointList* list) {
     *list = WfPointList{};
 }
 
-int Wf_PutField(FILE* f, WfType type, const void* p, size_t size) {
+int Wf_PutField(WfOut* f, WfType type, const void* p, size_t size) {
     switch (type) {
         case WF_BYTE: return Wf_PutByte(f, *static_cast<const u8*>(p));
         case WF_INT: return Wf_PutInt32(f, *static_cast<const int32_t*>(p));
@@ -195,7 +195,7 @@ int Wf_PutField(FILE* f, WfType type, const void* p, size_t size) {
     return 0;
 }
 
-int Wf_GetField(FILE* f, WfType type, void* p, size_t size) {
+int Wf_GetField(WfIn* f, WfType type, void* p, size_t size) {
     switch (type) {
         case WF_BYTE: {
             // Read back sign-extended; a byte into an int32 field (the mesh
@@ -218,7 +218,7 @@ int Wf_GetField(FILE* f, WfType type, void* p, size_t size) {
     return 0;
 }
 
-int Wf_WriteObjects(FILE* f, const Layer* layer) {
+int Wf_WriteObjects(WfOut* f, const Layer* layer) {
     Wf_PutByte(f, TAG_OBJECTS);
     const Object* obj = layer->first_object;
     while (obj->next) obj = obj->next;   // oldest
@@ -253,7 +253,7 @@ int Wf_AddObject(int kind, void* record, const char* texture, int flags) {
     return 1;
 }
 
-int Wf_ReadObjects(FILE* f) {
+int Wf_ReadObjects(WfIn* f) {
     int kind = 0, flags = 0;
     char texture[21] = "";
     for (;;) {

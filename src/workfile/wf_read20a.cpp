@@ -67,7 +67,7 @@ int* (*const kSettings[22])() = {
 };
 #undef AT
 
-int ReadOutputBlock(FILE* f) {
+int ReadOutputBlock(WfIn* f) {
     unsigned char b[OUTPUT_BLOCK];
     if (!Wf_GetRaw(f, b, sizeof b)) return 0;
     Wf_TextAt(g.render.Extra_Options, b, sizeof g.render.Extra_Options - 1);
@@ -81,7 +81,7 @@ int ReadOutputBlock(FILE* f) {
     return 1;
 }
 
-int ReadSettings(FILE* f) {
+int ReadSettings(WfIn* f) {
     for (auto where : kSettings) {
         int32_t v;
         if (!Wf_GetInt32(f, &v)) return 0;
@@ -91,7 +91,7 @@ int ReadSettings(FILE* f) {
     return 1;
 }
 
-int ReadLayerBlock(FILE* f) {
+int ReadLayerBlock(WfIn* f) {
     unsigned char b[LAYER_BLOCK];
     if (!Wf_GetRaw(f, b, sizeof b)) return 0;
     Layer* l = Layer_Append();
@@ -168,7 +168,7 @@ int RecordSize(int kind) {
 
 // One object after its layer number. 1 read, 0 end of file or a kind with
 // no known record size, -1 no memory for a polyline point.
-int ReadObject(FILE* f) {
+int ReadObject(WfIn* f) {
     int32_t kind;
     unsigned char node[NODE_BLOCK], rec[PRIMITIVE_BLOCK];
     int flags;
@@ -229,7 +229,7 @@ int ReadObject(FILE* f) {
 
 }  // namespace
 
-int Wf_Read20A(FILE* f) {
+int Wf_Read20A(WfIn* f) {
     int32_t layout, current;
     if (!Wf_GetInt32(f, &layout) || !Wf_GetInt32(f, &current)) return 0;
     WfView_ApplyLayout(layout);

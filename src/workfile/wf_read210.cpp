@@ -51,7 +51,7 @@ Layer* LayerAtFilePosition(int32_t pos) {
     return Layer_At(static_cast<int>(at));
 }
 
-int ReadTableSection(FILE* f, const WfField* table, size_t n, int32_t* current_layer) {
+int ReadTableSection(WfIn* f, const WfField* table, size_t n, int32_t* current_layer) {
     for (;;) {
         int key;
         if (!Wf_GetByte(f, &key)) return 0;
@@ -69,7 +69,7 @@ int ReadTableSection(FILE* f, const WfField* table, size_t n, int32_t* current_l
     }
 }
 
-int ReadLayer(FILE* f, PendingLinks* links) {
+int ReadLayer(WfIn* f, PendingLinks* links) {
     Layer* l = Layer_Append();
     if (!l) return 0;
     int32_t pos = 0, instance = -1;
@@ -151,7 +151,7 @@ void ResolveLinks(const PendingLinks* links) {
 
 }  // namespace
 
-int Wf_Read210(FILE* f) {
+int Wf_Read210(WfIn* f) {
     PendingLinks links;
     int32_t current_layer = 0;
     for (;;) {
@@ -175,7 +175,7 @@ int Wf_Read210(FILE* f) {
         }
         if (!ok) break;
     }
-    if (feof(f) || ferror(f)) {   // ended before the end tag
+    if (f->eof) {   // ended before the end tag
         FreeLinks(&links);
         return 0;
     }

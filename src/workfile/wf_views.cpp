@@ -68,7 +68,7 @@ void WfView_ApplyLayout(int n) {
 }
 void WfView_StoreWorking() { Views_StoreActive(); }
 
-int WfView_WriteSlot(FILE* f, int n) {
+int WfView_WriteSlot(WfOut* f, int n) {
     const Viewport& vp = g.view.Viewports[n];
     Wf_PutByte(f, TAG_VIEWPORT);
     Wf_PutInt32(f, n);
@@ -79,7 +79,7 @@ int WfView_WriteSlot(FILE* f, int n) {
     return Wf_PutByte(f, KEY_END);
 }
 
-int WfView_ReadSlot(FILE* f) {
+int WfView_ReadSlot(WfIn* f) {
     int32_t n;
     if (!Wf_GetInt32(f, &n)) return 0;
     const bool slot = n >= 1 && n <= 4;
@@ -126,7 +126,7 @@ void WfView_RedrawAll() {
     Views_RedrawAll();
 }
 
-int WfView_Skip20A(FILE* f) {
+int WfView_Skip20A(WfIn* f) {
     unsigned char block[VIEW_BLOCK_20A];
     return Wf_GetRaw(f, block, sizeof block);
 }

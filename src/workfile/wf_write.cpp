@@ -3,8 +3,8 @@
 // The scene is written to a temporary file next to the target ("$cene.qmr"
 // for "scene.qmr"), flushed to the disk and renamed over the target only
 // when every write succeeded, so neither a full disk nor a crash costs the
-// user the old file. All writes go through wf_io.cpp, which keeps a sticky
-// error flag checked once at the end.
+// user the old file. All writes go through wf_io.cpp, which buffers them and
+// keeps a sticky error flag checked once at the end.
 #include <cstdio>
 
 #include "base/safe_file.h"
@@ -24,14 +24,14 @@ int PositionOf(const Layer* target) {
     return -1;
 }
 
-void WriteTable(FILE* f, const WfField* table, size_t n) {
+void WriteTable(WfOut* f, const WfField* table, size_t n) {
     for (size_t i = 0; i < n; i++) {
         Wf_PutByte(f, table[i].key);
         Wf_PutField(f, table[i].type, table[i].where(), table[i].size);
     }
 }
 
-void WriteSettings(FILE* f) {
+void WriteSettings(WfOut* f) {
     Wf_PutByte(f, TAG_SETTINGS);
     WriteTable(f, kSettingsFields, kSettingsFieldCount);
     Wf_PutByte(f, 19);
@@ -43,13 +43,13 @@ void WriteSettings(FILE* f) {
     Wf_PutByte(f, KEY_END);
 }
 
-void WriteOutput(FILE* f) {
+void WriteOutput(WfOut* f) {
     Wf_PutByte(f, TAG_OUTPUT);
     WriteTable(f, kOutputFields, kOutputFieldCount);
     Wf_PutByte(f, KEY_END);
 }
 
-void WriteLayer(FILE* f, const Layer* l, int pos) {
+void WriteLayer(WfOut* f, const Layer* l, int pos) {
     Wf_PutByte(f, TAG_LAYER);
     Wf_PutByte(f, 1);
     Wf_PutInt32(f, pos);
@@ -79,7 +79,9 @@ int WorkFile_Save(const char* path) {
     g.workfile.Write_Error = 0;
     SafeFile out;
     if (!SafeFile_Open(&out, path, "wb")) return 0;   // no name, or no temporary file
-    FILE* f = out.f;
+    WfOut buffer;
+    WfOut* f = &buffer;
+    f->f = out.f;
     Wf_SetNames(path);
 
     Wf_PutRaw(f, kMagic210, sizeof kMagic210);
@@ -90,6 +92,7 @@ int WorkFile_Save(const char* path) {
     int pos = 1;
     for (const Layer* l = g.scene.First_Layer; l; l = l->next) WriteLayer(f, l, pos++);
     Wf_PutByte(f, TAG_END);
+    Wf_Flush(f);
 
     if (!g.workfile.Write_Error && SafeFile_Commit(&out, 1)) return 1;
     SafeFile_Discard(&out);

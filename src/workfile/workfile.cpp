@@ -14,7 +14,7 @@
 
 int WorkFile_CheckMagic(FILE* f) {
     char magic[35];
-    if (Wf_GetRaw(f, magic, sizeof magic)) {
+    if (fread(magic, 1, sizeof magic, f) == sizeof magic) {
         if (memcmp(magic, kMagic210, sizeof magic) == 0) return 1;
         if (memcmp(magic, kMagic20A, sizeof magic) == 0) return 2;
     }
@@ -52,7 +52,9 @@ int WorkFile_Load(const char* path) {
     }
     Scene_Clear();
     Wf_SetNames(path);
-    int result = version == 1 ? Wf_Read210(f) : Wf_Read20A(f);
+    WfIn in;
+    in.f = f;
+    int result = version == 1 ? Wf_Read210(&in) : Wf_Read20A(&in);
     if (!g.scene.First_Layer) Layer_NewFirst();
     fclose(f);
     g.workfile.Load_Problem = result ? WF_LOADED : WF_DAMAGED;
@@ -74,7 +76,9 @@ int WorkFile_Merge(const char* path) {
         return 0;
     }
     g.scene.Layer_Base = Layer_Count();
-    int result = Wf_Read210(f);
+    WfIn in;
+    in.f = f;
+    int result = Wf_Read210(&in);
     g.scene.Layer_Base = 0;
     if (!g.scene.First_Layer) Layer_NewFirst();
     fclose(f);

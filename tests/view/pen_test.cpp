@@ -207,8 +207,11 @@ TEST_F(ViewPenHit, FindsSegmentsThroughTheBoxAndNotThoseBesideIt) {
     EXPECT_EQ(Line(50, 102, 150, 102), 0);
 }
 
+// With a poll interval of 0 the pen asks after every segment (the timed
+// polling is tested with the redraw).
 TEST_F(ViewPen, InterruptibleDrawingAsksForEvents) {
     ScreenRect(0, 0, 639, 479);
+    g.view.poll_interval = 0;
     vp.line_mode = LINE_INTERRUPTIBLE;
     Headless_PushMove(5, 5);
     X11_PumpEvents();

@@ -217,6 +217,45 @@ TEST_F(ViewDraw, InterruptStopsTheTraversal) {
     EXPECT_EQ(CountColour(0, 0, 639, 479, LGREEN), 0);
 }
 
+// Interruptible drawing asks for input every 2 ms of drawing. The headless
+// clock runs one microsecond per line, so a key or click that arrives 50.5 ms
+// into the redraw (after 50,500 lines, between two polls) must stop it
+// within 2,000 more; the key is left for the prompt.
+TEST_F(ViewDraw, KeyOrClickDuringALongRedrawStopsItWithinOnePollInterval) {
+    BareTopView();
+    AddLayer(LGREEN);
+    std::vector<Point3> zigzag(1001);   // 1,000 segments, all inside the view
+    for (int line = 0; line < 100; line++) {
+        for (int k = 0; k <= 1000; k++) zigzag[k] = {-4 + 0.008 * k, 0, -4 + 0.08 * line + 0.04 * (k % 2)};
+        PolylineData p = Poly_Default();
+        p.form = FORM_POLYLINE;
+        p.poly_flags = 0;
+        p.count = 1001;
+        p.points = zigzag.data();
+        Poly_AddToScene(&p);
+    }
+    EXPECT_EQ(Scene_DrawObjectsInterruptible(), 1);   // nothing happens: all of it is drawn
+    EXPECT_EQ(Headless_Segments().size(), 100000u);
+
+    for (bool key : {true, false}) {
+        Headless_ClearSegments();
+        if (key) {
+            Headless_PushKey('x');
+        } else {
+            Headless_PushClick(100, 100);
+        }
+        Headless_HoldInput(0.0505);
+        EXPECT_EQ(Scene_DrawObjectsInterruptible(), 0) << key;
+        long after = (long)Headless_Segments().size() - 50500;
+        EXPECT_GE(after, 0) << key;
+        EXPECT_LE(after, 2001) << key;   // one poll interval, give or take the clock's rounding
+        if (key) {
+            EXPECT_EQ(X11_GetKey(), 'x');
+        }
+        Headless_ClearInput();
+    }
+}
+
 TEST_F(ViewDraw, LastPointMarkerIsAnXorCross) {
     BareTopView();
     g.view.marker_pending = 1;

@@ -93,6 +93,43 @@ TEST_F(WorkFileRoundTrip, FileStartsWithMagicThenSettingsAndEndsWithEndTag) {
     EXPECT_EQ(s[36 + 106], 2);
 }
 
+// Files several times the 64 KiB I/O buffers. A triangle object takes 103
+// bytes (kind 2, texture 22, flags 2, key 100, three keyed corners 75, key
+// 101) and a polyline of n points 109 + 24 n (its keys 1..9 take 80); the
+// objects add tag 5 and key 102 to the file of the same layer without them.
+TEST_F(WorkFileRoundTrip, ScenesLargerThanTheBuffersRoundTripAndCutsKeepWholeObjects) {
+    Layer_NewFirst();
+    std::string empty = dir.file("empty.qmr"), path = dir.file("big.qmr");
+    ASSERT_EQ(WorkFile_Save(empty.c_str()), 1);
+    const size_t base = ReadFile(empty).size();
+    const int triangles = 2000, points = 3001;
+    for (int i = 0; i < triangles; i++) {
+        TriangleData t{{{i + 0.5, 1.0 / (i + 1), -i * 0.25}, {0, i * 3.0, 1}, {7, 8, -i * 1e-3}}};
+        ASSERT_NE(Add_Triangle(&t), nullptr);
+    }
+    std::vector<Point3> pts;
+    for (int i = 0; i < points; i++) pts.push_back({i * 0.1, i * -2.5, 1.0 / (i + 3)});
+    PolylineData p = Poly_Default();
+    p.points = pts.data();
+    p.count = points;
+    ASSERT_NE(Poly_AddToScene(&p), nullptr);
+    std::string scene = DumpScene();
+    ASSERT_EQ(WorkFile_Save(path.c_str()), 1);
+    std::string bytes = ReadFile(path);
+    EXPECT_EQ(bytes.size(), base + 2 + 103u * triangles + 109 + 24u * points);
+    State_Reset();
+    Captured([&] { EXPECT_EQ(WorkFile_Load(path.c_str()), 1); });
+    EXPECT_EQ(DumpScene(), scene);
+
+    // Cut inside the triangles (oldest first, from offset base): the whole
+    // ones before the cut are kept, across buffer refills.
+    for (size_t cut : {size_t(65536), size_t(65536 + 50), size_t(131072 + 3)}) {
+        ASSERT_EQ(Load(bytes.substr(0, cut)), 0) << cut;
+        EXPECT_EQ(ObjectsOf(g.scene.First_Layer).size(), (cut - base) / 103) << cut;
+        EXPECT_EQ(SceneProblem(), "") << cut;
+    }
+}
+
 TEST_F(WorkFileRoundTrip, MeshSizesAboveOneByteComeBackNegative) {
     Layer_NewFirst();
     PolylineData p = Poly_Default();
@@ -128,31 +165,39 @@ TEST_F(WorkFileRoundTrip, EmptyNameFailsAtOnceAndTemporaryNameReplacesFirstChara
 }
 
 // The save runs in a child whose file-size limit makes writes fail; the
-// child reports the result and whether the message appeared.
+// child reports the result and whether the write error was flagged. At 300 bytes
+// the first 64 KiB block fails; at 100,000 the second of a scene of more
+// than 200 KB does.
 TEST_F(WorkFileRoundTrip, FailedWriteKeepsTheOldFileAndRemovesTheTemporary) {
     std::string path = dir.file("scene.qmr");
-    WriteFile(path, "old contents");
     BuildSampleScene();
-    fflush(stdout);
-    pid_t pid = fork();
-    ASSERT_GE(pid, 0);
-    if (pid == 0) {
-        signal(SIGXFSZ, SIG_IGN);
-        struct rlimit lim = {300, 300};
-        setrlimit(RLIMIT_FSIZE, &lim);
-        testing::internal::CaptureStdout();
-        int r = WorkFile_Save(path.c_str());
-        std::string out = testing::internal::GetCapturedStdout();
-        // The command that asked tells the user; the writer only flags it.
-        bool flagged = out.empty() && g.workfile.Write_Error == 1;
-        _exit(r * 10 + (flagged ? 1 : 0));
+    for (int i = 0; i < 2000; i++) {
+        TriangleData t{{{i * 1.0, 0, 0}, {0, i * 1.0, 0}, {0, 0, 1}}};
+        ASSERT_NE(Add_Triangle(&t), nullptr);
     }
-    int status = 0;
-    waitpid(pid, &status, 0);
-    ASSERT_TRUE(WIFEXITED(status));
-    EXPECT_EQ(WEXITSTATUS(status), 1);   // result 0, the write error flagged
-    EXPECT_EQ(ReadFile(path), "old contents");
-    EXPECT_FALSE(FileExists(dir.file("$cene.qmr")));
+    for (rlim_t limit : {rlim_t(300), rlim_t(100000)}) {
+        WriteFile(path, "old contents");
+        fflush(stdout);
+        pid_t pid = fork();
+        ASSERT_GE(pid, 0);
+        if (pid == 0) {
+            signal(SIGXFSZ, SIG_IGN);
+            struct rlimit lim = {limit, limit};
+            setrlimit(RLIMIT_FSIZE, &lim);
+            testing::internal::CaptureStdout();
+            int r = WorkFile_Save(path.c_str());
+            std::string out = testing::internal::GetCapturedStdout();
+            // The command that asked tells the user; the writer only flags it.
+            bool flagged = out.empty() && g.workfile.Write_Error == 1;
+            _exit(r * 10 + (flagged ? 1 : 0));
+        }
+        int status = 0;
+        waitpid(pid, &status, 0);
+        ASSERT_TRUE(WIFEXITED(status));
+        EXPECT_EQ(WEXITSTATUS(status), 1) << limit;   // result 0, the write error flagged
+        EXPECT_EQ(ReadFile(path), "old contents") << limit;
+        EXPECT_FALSE(FileExists(dir.file("$cene.qmr"))) << limit;
+    }
 }
 
 TEST_F(WorkFileRoundTrip, LoadOfMissingOrForeignFileLeavesTheSceneAlone) {

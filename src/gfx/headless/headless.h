@@ -34,6 +34,10 @@ void Headless_PushMove(int x, int y);           // pointer motion
 void Headless_PushButton(int x, int y, int buttons);   // move there, then set buttons
 // Move, press and release of a button (MOUSE_LEFT by default).
 void Headless_PushClick(int x, int y, int button = MOUSE_LEFT);
+// Input queued now and later arrives only when the clock has run `seconds`
+// further. The headless clock (X11_Clock) advances one microsecond per line
+// drawn, so drawing is what passes the time; a wait for input skips ahead.
+void Headless_HoldInput(double seconds);
 int Headless_Pending();                         // events still queued
 void Headless_ClearInput();
 

@@ -125,6 +125,7 @@ void X11_GetPosition(int* x, int* y) {
 }
 
 void X11_LineTo(int x, int y) {
+    d.ticks++;
     if (d.segments.size() < kMaxSegments) d.segments.push_back({d.penX, d.penY, x, y, d.colour, d.writeMode});
     if (d.open) Line(d.penX, d.penY, x, y, true);
     X11_MoveTo(x, y);

@@ -5,7 +5,10 @@
 // events from the front (a button change ends it, as under X), the keyboard
 // takes a key only when it is at the front. A wait with nothing queued (or a
 // long run of polls that find nothing) ends the session with
-// Headless_InputExhausted instead of blocking.
+// Headless_InputExhausted instead of blocking. The clock runs on drawing,
+// one microsecond a line, and input can be held back until it has run a
+// while: that is how a test presses a key in the middle of a long redraw.
+#include <cmath>
 #include <cstring>
 #include <string>
 
@@ -54,6 +57,17 @@ void Idle(const char* where) {
 
 void Push(Event e) { d.queue.push_back(e); }
 
+// The transcript keeps its last kTranscriptMax bytes.
+void TrimTranscript() {
+    if (d.transcript.size() > kTranscriptMax)
+        d.transcript.erase(0, d.transcript.size() - kTranscriptMax);
+}
+
+// A wait for input that is held lets the clock run until it arrives.
+void WaitHeld() {
+    if (headless::InputHeld()) d.ticks = d.inputAt;
+}
+
 }  // namespace
 
 namespace headless {
@@ -72,6 +86,7 @@ Headless_InputExhausted::Headless_InputExhausted(const std::string& message)
       prompt(g.input.promptText[0] ? g.input.promptText : Headless_LastLine()) {}
 
 int X11_KeyPressed() {
+    if (headless::InputHeld()) return 0;
     while (!d.queue.empty() && d.queue.front().kind == Event::SHIFT) {
         Apply(d.queue.front());
         d.queue.pop_front();
@@ -85,6 +100,7 @@ int X11_KeyPressed() {
 }
 
 int X11_GetKey() {
+    WaitHeld();
     // Pointer events in front of the key are taken as the pump would.
     while (!d.queue.empty() && d.queue.front().kind != Event::KEY) {
         Apply(d.queue.front());
@@ -102,6 +118,7 @@ int X11_GetShiftFlags() { return d.shiftFlags; }
 int X11_MouseReset() { return 4095; }
 
 void X11_PumpEvents() {
+    if (headless::InputHeld()) return;
     while (!d.queue.empty() && d.queue.front().kind != Event::KEY) {
         Event e = d.queue.front();
         d.queue.pop_front();
@@ -113,7 +130,7 @@ void X11_PumpEvents() {
 void X11_ReadMouse(int* x, int* y, int* buttons) {
     size_t before = d.queue.size();
     X11_PumpEvents();
-    if (d.queue.size() == before) Idle("X11_ReadMouse");
+    if (d.queue.size() == before && !headless::InputHeld()) Idle("X11_ReadMouse");
     *x = d.mouseX;
     *y = d.mouseY;
     *buttons = d.mouseButtons;
@@ -138,12 +155,16 @@ void X11_SetMouseSpeed(int x, int y) {
 
 void X11_WaitEvent() {
     if (d.queue.empty()) headless::OutOfInput("X11_WaitEvent");
+    WaitHeld();
 }
+
+double X11_Clock() { return d.ticks * 1e-6; }
 
 void X11_Transcript(const char* text) {
     d.transcript += text;
-    if (d.transcript.size() > kTranscriptMax)
-        d.transcript.erase(0, d.transcript.size() - kTranscriptMax);
+    // Trimmed in large steps: cutting one message's worth off the front
+    // each time moves the whole window per message.
+    if (d.transcript.size() > 2 * kTranscriptMax) TrimTranscript();
 }
 
 // --- test side ----------------------------------------------------------------
@@ -169,13 +190,19 @@ void Headless_PushClick(int x, int y, int button) {
     Headless_PushButton(x, y, 0);
 }
 
+void Headless_HoldInput(double seconds) { d.inputAt = d.ticks + std::lround(seconds * 1e6); }
+
 int Headless_Pending() { return (int)d.queue.size(); }
 void Headless_ClearInput() { d.queue.clear(); }
 
-const std::string& Headless_Transcript() { return d.transcript; }
+const std::string& Headless_Transcript() {
+    TrimTranscript();
+    return d.transcript;
+}
 void Headless_ClearTranscript() { d.transcript.clear(); }
 
 std::string Headless_LastLine() {
+    TrimTranscript();
     size_t nl = d.transcript.rfind('\n');
     return nl == std::string::npos ? d.transcript : d.transcript.substr(nl + 1);
 }

@@ -28,11 +28,16 @@ struct Display {
     int shiftFlags = 0;
     std::deque<Event> queue;
     long idlePolls = 0;                       // polls in a row that found nothing
+    long ticks = 0;                           // the clock in microseconds: one per line drawn
+    long inputAt = 0;                         // queued input is held until the clock reaches this
     std::string transcript;
     std::vector<Headless_Segment> segments;   // lines asked for, bounded
 };
 
 extern Display d;
+
+// Queued input is not there yet (Headless_HoldInput).
+inline bool InputHeld() { return d.ticks < d.inputAt; }
 
 // Throws Headless_InputExhausted: the program waits and nothing will come.
 [[noreturn]] void OutOfInput(const char* where);

@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -431,6 +432,11 @@ void X11_WaitEvent() {
 }
 
 void X11_Beep() { fputc(7, stderr); }
+
+double X11_Clock() {
+    using namespace std::chrono;
+    return duration<double>(steady_clock::now().time_since_epoch()).count();
+}
 
 void X11_Flush() {
     if (x.display) XFlush(x.display);
