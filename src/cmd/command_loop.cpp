@@ -52,6 +52,9 @@ const CommandEntry kCommands[] = {
     {CMD_OPTIONS_DIALOG, Com_Options, 0},
     {CMD_DIRS_DIALOG, Com_Dirs, 0},
     {CMD_FOG_DIALOG, Com_Fog, 0},
+    {CMD_RENDER, Com_Render, 0},
+    {CMD_SHADE, Com_Shade, 0},
+    {CMD_RENDER_BAT, Com_RenderBat, 0},
 
     {CMD_REDRAW, Com_Redraw, 1},
     {CMD_ZOOM_IN, Com_ZoomIn, 1},
