@@ -23,6 +23,8 @@
 
 namespace {
 
+const int kMaxInheritedFd = 1024;   // descriptors above stderr closed in the child below this
+
 const char* const kPaletteText[5] = {"3\n", "h\n", "0\n", "G\n", "T\n"};
 
 struct OutputFormat {
@@ -156,6 +158,8 @@ int Render_StartTracer() {
         // The modeller's handlers (orderly exit, ignored SIGFPE) are not
         // the ray tracer's business.
         for (int s : {SIGTERM, SIGINT, SIGQUIT, SIGFPE}) signal(s, SIG_DFL);
+        // Nor are its open files (the side menu's, a scene being read).
+        for (int fd = 3; fd < kMaxInheritedFd; fd++) close(fd);
         execl(program, program, option, (char*)nullptr);
         fprintf(stderr, "Can't exec '%s %s'!\n", program, option);
         _exit(1);   // not exit(): the parent's atexit handlers own its display
