@@ -5,6 +5,7 @@
 #include "scene/layers.h"
 #include "startup/config.h"
 #include "ui/menu.h"
+#include "view/shade.h"
 #include "view/view_commands.h"
 
 State g;
@@ -12,6 +13,7 @@ State g;
 void State_Reset() {
     Scene_Clear();
     Zoom_FreeAll();
+    Shade_End();   // a run cut short keeps no buffers
     MenuBar_Free(&g.menus.bar);
     SideMenu_Close();   // the side menu file stays open until here
     long live = g.mem.live_blocks;

@@ -28,6 +28,7 @@ struct State {
     ViewState view;      // viewports, shared camera, 3D pen
     OutputState output;  // Output_Mode and the consumer of each mode
     ShadeSettings shade; // shaded-view options
+    ShadeRun shading;    // shaded view: buffers of the run in progress
     AidsState aids;      // drawing aids and redraw switches
     VarState vars;       // scratch values of the named settings
     PovSettings pov;     // scene-file writer options

@@ -38,6 +38,9 @@ int Com_Merge();    // 106
 int Com_ImportDxf();   // 107
 int Com_ImportRaw();   // 120
 int Com_Clear();    // 150
+// SAVE's steps (SAVE AS for an untitled scene): the command's result, and
+// *saved 1 when the scene was written.
+int Save_Scene(int* saved);
 
 // --- export and import (cmd_exchange.cpp) ---
 // The scene file with its overwrite question: 1 written; 2 not written (No,
@@ -82,6 +85,16 @@ int Com_Variables();   // 502
 int Com_Options();     // 802: ray-tracer options, display and palette pickers
 int Com_Dirs();        // 803: directories, names, output type
 int Com_Fog();         // 804: fog, background, trace limits
+
+// --- render and shade (cmd_render.cpp, cmd_shade.cpp) ---
+// RENDER: 1 the ray tracer was started; 2 stopped by a failure or by No;
+// 0 the work file was not saved.
+int Render();
+int Com_Render();      // 801
+int Com_RenderBat();   // 820: render.bat alone
+// The prompt's idle hook: one line for each ray tracer that has finished.
+void Render_ReportEnded();
+int Com_Shade();       // 810
 
 // --- layers (cmd_layers.cpp) ---
 // The layers dialog: 0 when layers.dlg can't be loaded, else 1. Sets

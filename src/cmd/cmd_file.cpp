@@ -81,6 +81,8 @@ int SaveBefore(const char* what) {
 
 }  // namespace
 
+int Save_Scene(int* saved) { return Save(saved); }
+
 int Com_SaveAs() {
     int saved;
     return SaveAs(&saved);

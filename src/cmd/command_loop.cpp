@@ -52,6 +52,9 @@ const CommandEntry kCommands[] = {
     {CMD_OPTIONS_DIALOG, Com_Options, 0},
     {CMD_DIRS_DIALOG, Com_Dirs, 0},
     {CMD_FOG_DIALOG, Com_Fog, 0},
+    {CMD_RENDER, Com_Render, 0},
+    {CMD_SHADE, Com_Shade, 0},
+    {CMD_RENDER_BAT, Com_RenderBat, 0},
 
     {CMD_ERASE, Com_Erase, 0},
     {CMD_EDIT, Com_EditObject, 0},

@@ -5,6 +5,7 @@
 #include "input/input.h"
 #include "model/output.h"
 #include "pov/pov.h"
+#include "view/shade.h"
 #include "view/view_commands.h"
 #include "view/view_draw.h"
 
@@ -40,7 +41,11 @@ void Commands_Install() {
     Output_SetConsumer(OUTPUT_RAW, raw);
 
     Output_SetConsumer(OUTPUT_EXPLODE, Output_ExplodeConsumer());
-    // OUTPUT_SHADE stays empty until the shaded view exists.
+
+    OutputConsumer shade{};   // filled polygons: facets with their corners and edges
+    shade.facet = Shade_Facet;
+    Output_SetConsumer(OUTPUT_SHADE, shade);
 
     Input_SetTransparentHook(Command_Transparent);
+    Input_SetIdleHook(Render_ReportEnded);
 }

@@ -61,6 +61,9 @@ struct X11_FindRec {
 
 // Window size of a video mode number; unknown numbers give 640 x 480.
 void Gfx_ModeSize(int mode, int* width, int* height);
+// Colours a video mode is named for: 16 (640x480x16, 800x600x16,
+// 1024x768x16) or 256. The window's palette has 256 entries either way.
+int Gfx_ModeColours(int mode);
 // The 256-entry palette: 16 base colours, then 15 ramps of 16 shades.
 void Gfx_BuildPalette(X11_PaletteEntry out[256]);
 // The 16 base colours, red, green, blue in 0..63.
@@ -73,6 +76,14 @@ int X11_FindNext(X11_FindRec* rec);
 // Any output may be null. dir gets at most 99, name and ext at most 63
 // characters.
 void X11_SplitPath(const char* path, char* drive, char* dir, char* name, char* ext);
+
+// Child processes (the ray tracer): the caller starts one and names it
+// here; X11_PumpEvents reaps it without waiting once it has ended.
+void Gfx_ChildStarted(int pid);
+int Gfx_ChildrenRunning();          // started and not yet reaped
+int Gfx_ReapChildren();             // reaps every ended child, never blocks; how many
+// The next reaped child: 1 with its pid and wait status, 0 when none is left.
+int Gfx_ChildEnded(int* pid, int* status);
 
 // --- backend ----------------------------------------------------------------
 
@@ -122,7 +133,10 @@ void X11_WarpMouse(int x, int y);
 void X11_SetMouseRange(int xmin, int xmax, int ymin, int ymax);
 void X11_SetMouseSpeed(int x, int y);
 
-void X11_WaitEvent();    // blocks until an event is pending
+// Blocks until an event is pending; while children run, it also returns
+// once one of them has ended.
+void X11_WaitEvent();
+// Reaps ended children, then takes pending mouse and window events.
 void X11_PumpEvents();
 void X11_Beep();
 // Sends buffered drawing to the server (waiting for events does it too).

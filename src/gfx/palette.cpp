@@ -7,13 +7,13 @@
 namespace {
 
 struct ModeSize {
-    int mode, width, height;
+    int mode, width, height, colours;
 };
 
 // The 256-colour 640x400 mode still gets a 640 x 480 window.
 const ModeSize kModes[] = {
-    {18, 640, 480},  {256, 640, 480}, {257, 640, 480},  {258, 800, 600},
-    {259, 800, 600}, {260, 1024, 768}, {261, 1024, 768},
+    {18, 640, 480, 16},   {256, 640, 480, 256},  {257, 640, 480, 256}, {258, 800, 600, 16},
+    {259, 800, 600, 256}, {260, 1024, 768, 16},  {261, 1024, 768, 256},
 };
 
 }  // namespace
@@ -32,6 +32,12 @@ void Gfx_ModeSize(int mode, int* width, int* height) {
             *width = m.width;
             *height = m.height;
         }
+}
+
+int Gfx_ModeColours(int mode) {
+    for (const ModeSize& m : kModes)
+        if (m.mode == mode) return m.colours;
+    return 16;   // unknown numbers open the first mode's window
 }
 
 void Gfx_BuildPalette(X11_PaletteEntry out[256]) {

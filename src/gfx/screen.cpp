@@ -12,6 +12,7 @@ void Screen_Open(int mode) {
     ScreenState& s = g.screen;
     s.width = info.width;
     s.height = info.height;
+    s.colours = Gfx_ModeColours(mode);
     s.sideMenuX = s.width - X11_TextWidth("aaaaaaaaaaaa");
     s.inputLineY = s.height - 3 * SCREEN_LINE;
     s.msgColumn = 0;

@@ -80,3 +80,6 @@ int Input_GetCommand(const char* prompt);
 // The hook Input_Wait calls with each completed input (the command layer's
 // transparent commands and point modifiers): 1 asks again, 0 passes it on.
 void Input_SetTransparentHook(int (*hook)(int result));
+// The hook the wait calls on each pass, after the display's events were
+// taken (the command layer reports a ray tracer that has finished).
+void Input_SetIdleHook(void (*hook)());

@@ -74,6 +74,7 @@ struct InputState {
     int reprompt;            // a refused point wants the prompt printed again
     InputContext saved;      // context put aside by a transparent command
     int (*transparentHook)(int result) = nullptr;  // command layer: runs transparent commands
+    void (*idleHook)() = nullptr;                  // command layer: news while a prompt waits
 };
 
 struct AidsState {

@@ -333,6 +333,7 @@ int WaitForAnswer() {
     for (;;) {
         int x, y, buttons;
         X11_ReadMouse(&x, &y, &buttons);
+        if (in.idleHook) in.idleHook();
         int result = MouseStep(x, y, buttons);
         while (result == 0 && !in.reprompt && X11_KeyPressed()) {
             result = KeyStep(X11_GetKey());
@@ -365,6 +366,8 @@ int Input_MatchKeyword(const char* list, const char* word) {
 void Input_SetMask(int flags) { g.input.inputMask = flags; }
 
 void Input_SetTransparentHook(int (*hook)(int result)) { g.input.transparentHook = hook; }
+
+void Input_SetIdleHook(void (*hook)()) { g.input.idleHook = hook; }
 
 int Input_GetCommand(const char* prompt) {
     InputState& in = g.input;

@@ -154,6 +154,8 @@ int EventWaiting() {
 
 }  // namespace
 
+double View_PerspectiveScale(const Viewport* vp) { return PerspectiveScale(vp); }
+
 void View_BeginInterruptible() {
     ViewState& v = g.view;
     X11_ReadMouse(&v.poll_mouse_x, &v.poll_mouse_y, &v.poll_mouse_buttons);

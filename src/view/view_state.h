@@ -166,7 +166,31 @@ struct ViewState {
 
 struct ShadeSettings {
     int Shade_Type = 2;      // 0..3: which colours faces and edges get
-    int Shade_Edge_Color = 0;   // type 0: edges in Edge_Color (1) or the layer colour (0)
+    int Shade_UseEdge = 0;   // type 0: edges in Edge_Color (1) or the layer colour (0)
     int Edge_Color = 7;      // palette index for edges
     int Face_Color = 0;      // palette index for faces (type 2)
+};
+
+enum { SHADE_POLY_MAX = 16 };   // corners a polygon given to the shader may have
+
+// One row's end of the polygon being filled: its pixel column and depth.
+struct ShadeSpan {
+    int x;
+    double depth;
+};
+
+// The shaded view while SHADE runs: the working buffers (allocated for one
+// run, null otherwise) and the polygon buffer the facet sink fills.
+struct ShadeRun {
+    float* depth = nullptr;       // (W + 1) x (H + 1) depths, smaller is nearer
+    unsigned* stamp = nullptr;    // same size: serial of the polygon whose outline last crossed the pixel
+    ShadeSpan* left = nullptr;    // H + 1 rows: leftmost outline pixel of the polygon ...
+    ShadeSpan* right = nullptr;   // ... and rightmost
+    int stride = 0;               // W + 1: pixels per depth-buffer row
+    int rows = 0;                 // H + 1
+    int rect[4] = {0, 0, 0, 0};   // the viewport's pixels: left, top, right, bottom
+    unsigned serial = 0;          // polygons shaded so far in this run
+    int spinner = 0;              // progress mark shown last
+    Point3 poly[SHADE_POLY_MAX] = {};   // polygon buffer: world corners ...
+    int poly_mask = -1;           // ... and its visible edges (bit k: corner k to k + 1)
 };

@@ -61,5 +61,8 @@ void View_MoveTo(Viewport* vp, Point3 p);
 // 1 when drawing must stop (event waiting, or pick box hit), else 0.
 int View_LineTo(Viewport* vp, Point3 p);
 int View_DrawPixelRect(Viewport* vp, int x1, int y1, int x2, int y2);
+// f of the 3D view: a camera-space point (x, y, z) is at pixel
+// x = screen_cx - f x / z, y = screen_cy + half_height_px y / z.
+double View_PerspectiveScale(const Viewport* vp);
 // Forgets the mouse snapshot so that the next poll takes a fresh one.
 void View_BeginInterruptible();

@@ -63,7 +63,7 @@ int* (*const kSettings[22])() = {
     AT(g.aids.coordsMode),           AT(g.aids.Input_Line_Option),
     AT(g.aids.Auto_Regen),           AT(g.scene.Default_No_shadow),
     AT(g.scene.Default_Smooth),      AT(g.render.Write_Render_Bat),
-    AT(g.aids.Auto_Deselect),        AT(g.shade.Shade_Edge_Color),
+    AT(g.aids.Auto_Deselect),        AT(g.shade.Shade_UseEdge),
 };
 #undef AT
 

@@ -12,7 +12,7 @@ const WfField kSettingsFields[] = {
     {2, WF_INT, WF_AT(g.aids.blipsOn), 0},
     {3, WF_INT, WF_AT(g.aids.coordsMode), 0},
     {4, WF_INT, WF_AT(g.shade.Shade_Type), 0},
-    {5, WF_INT, WF_AT(g.shade.Shade_Edge_Color), 0},
+    {5, WF_INT, WF_AT(g.shade.Shade_UseEdge), 0},
     {6, WF_INT, WF_AT(g.scene.Default_No_shadow), 0},
     {7, WF_INT, WF_AT(g.scene.Default_Smooth), 0},
     {8, WF_INT, WF_AT(g.aids.Input_Line_Option), 0},

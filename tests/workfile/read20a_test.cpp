@@ -80,7 +80,7 @@ TEST_F(Read20A, SettingsOutputOptionsAndLayers) {
         {&g.aids.Input_Line_Option, 1015},   {&g.aids.Auto_Regen, 1016},
         {&g.scene.Default_No_shadow, 1017},  {&g.scene.Default_Smooth, 1018},
         {&g.render.Write_Render_Bat, 1019},  {&g.aids.Auto_Deselect, 1020},
-        {&g.shade.Shade_Edge_Color, 1021},
+        {&g.shade.Shade_UseEdge, 1021},
     };
     for (const auto& [field, expected] : ints) EXPECT_EQ(*field, expected);
 

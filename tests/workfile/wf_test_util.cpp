@@ -30,7 +30,7 @@ const std::vector<IntSetting>& KeptIntSettings() {
     static const std::vector<IntSetting> table = {
         {&g.aids.orthoOn, 1},           {&g.aids.blipsOn, 1},
         {&g.aids.coordsMode, 3},        {&g.shade.Shade_Type, 1},
-        {&g.shade.Shade_Edge_Color, 1}, {&g.scene.Default_No_shadow, 1},
+        {&g.shade.Shade_UseEdge, 1}, {&g.scene.Default_No_shadow, 1},
         {&g.scene.Default_Smooth, 1},   {&g.aids.Input_Line_Option, 0},
         {&g.aids.Auto_Regen, 0},        {&g.aids.Auto_Redraw, 1},
         {&g.aids.Auto_Deselect, 0},     {&g.aids.Erase_No_Confirm, 1},

@@ -118,6 +118,7 @@ int X11_GetShiftFlags() { return d.shiftFlags; }
 int X11_MouseReset() { return 4095; }
 
 void X11_PumpEvents() {
+    Gfx_ReapChildren();
     if (headless::InputHeld()) return;
     while (!d.queue.empty() && d.queue.front().kind != Event::KEY) {
         Event e = d.queue.front();

@@ -10,7 +10,6 @@
 #include <X11/Xutil.h>
 #include <X11/keysym.h>
 #include <poll.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -57,6 +56,8 @@ const char* const kFonts[] = {
 };
 
 const int kGcFunction[4] = {GXor, GXand, GXcopy, GXxor};
+
+const int kChildPollMs = 200;   // how often an idle wait looks in on a running child
 
 struct ModifierBit {
     KeySym sym;
@@ -354,8 +355,7 @@ int X11_GetShiftFlags() { return x.shiftFlags; }
 int X11_MouseReset() { return 4095; }
 
 void X11_PumpEvents() {
-    while (waitpid(-1, nullptr, WNOHANG) > 0) {
-    }
+    Gfx_ReapChildren();
     if (!x.display) return;
     XEvent ev;
     const long mask = ButtonPressMask | ButtonReleaseMask | PointerMotionMask | ExposureMask;
@@ -425,9 +425,14 @@ void X11_WaitEvent() {
     if (!x.display) return;
     // Wait in poll(), not inside Xlib: a terminating signal's handler closes
     // the display, and must not find Xlib's lock held.
+    // While a ray tracer runs, look in on it now and then, so that the
+    // caller hears of its end without waiting for the next event.
     while (!XPending(x.display)) {
         pollfd p{ConnectionNumber(x.display), POLLIN, 0};
-        if (poll(&p, 1, -1) < 0 && errno != EINTR) return;
+        const int timeout = Gfx_ChildrenRunning() ? kChildPollMs : -1;
+        const int r = poll(&p, 1, timeout);
+        if (r < 0 && errno != EINTR) return;
+        if (r == 0 && Gfx_ReapChildren() > 0) return;
     }
 }
 
