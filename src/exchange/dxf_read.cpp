@@ -25,9 +25,19 @@ enum { DXF_LINE = 256 };   // at most 255 characters a line
 struct Reader {
     FILE* f;
     char line[DXF_LINE];
+    int out_of_memory = 0;   // an object could not be stored: reading has stopped
 };
 
-int Next(Reader& r) { return Exchange_ReadLine(r.f, r.line, sizeof r.line); }
+// After an object that could not be stored nothing more is read, so every
+// loop of the reader ends there.
+int Next(Reader& r) { return !r.out_of_memory && Exchange_ReadLine(r.f, r.line, sizeof r.line); }
+
+// Notes whether what the reader made could be stored; says so once when not.
+void Stored(Reader& r, bool ok) {
+    if (ok || r.out_of_memory) return;
+    Msg_Printf("Out Of Memory");
+    r.out_of_memory = 1;
+}
 
 // The line without its surrounding blanks.
 const char* Trimmed(Reader& r, char* out, size_t size) {
@@ -199,7 +209,7 @@ void FaceReader(Reader& r) {
         if (code == 8) Layer_Find(Trimmed(r, name, sizeof name));
         else if (code >= 10 && code <= 33) CornerGroup(code, r.line, face.corner, 4);
     }
-    Add_Face(&face);
+    Stored(r, Add_Face(&face) != nullptr);
     Msg_Printf(".");
 }
 
@@ -210,24 +220,24 @@ struct Vertex {
     bool appended = false;
 };
 
-void Append(PolylineData& poly, Point3 p) {
-    if (poly.count < 2147483647) Poly_InsertPoint(&poly, p, poly.count);
+void Append(Reader& r, PolylineData& poly, Point3 p) {
+    if (poly.count < 2147483647) Stored(r, Poly_InsertPoint(&poly, p, poly.count));
 }
 
 bool Known(const PolylineData& poly, int k) { return k >= 0 && k < poly.count; }
 
-void FaceRecord(const PolylineData& poly, const Vertex& v) {
+void FaceRecord(Reader& r, const PolylineData& poly, const Vertex& v) {
     const int* c = v.corner;
     if (!Known(poly, c[0]) || !Known(poly, c[1]) || !Known(poly, c[2])) return;
     if (c[3] >= 0) {
         if (!Known(poly, c[3])) return;
         FaceData face;
         for (int k = 0; k < 4; k++) face.corner[k] = poly.points[c[k]];
-        Add_Face(&face);
+        Stored(r, Add_Face(&face) != nullptr);
     } else {
         TriangleData tri;
         for (int k = 0; k < 3; k++) tri.corner[k] = poly.points[c[k]];
-        Add_Triangle(&tri);
+        Stored(r, Add_Triangle(&tri) != nullptr);
     }
 }
 
@@ -244,17 +254,17 @@ void VertexReader(Reader& r, PolylineData& poly, bool polyface) {
         } else if (code == 70) {
             v.flags = Exchange_Int(r.line);
             if (!polyface && !v.appended) {
-                Append(poly, v.p);
+                Append(r, poly, v.p);
                 v.appended = true;
             }
         }
     }
     if (!polyface) {
-        if (!v.appended) Append(poly, v.p);
+        if (!v.appended) Append(r, poly, v.p);
     } else if (v.flags & 64) {
-        Append(poly, v.p);
+        Append(r, poly, v.p);
     } else {
-        FaceRecord(poly, v);
+        FaceRecord(r, poly, v);
     }
 }
 
@@ -285,7 +295,7 @@ void PolylineReader(Reader& r) {
     }
     while (more && Next(r) && !Is(r, "SEQEND"))
         if (Is(r, "VERTEX")) VertexReader(r, poly, polyface);
-    if (poly.count >= 2 && !polyface) Poly_AddToScene(&poly);
+    if (poly.count >= 2 && !polyface && !r.out_of_memory) Stored(r, Poly_AddToScene(&poly) != nullptr);
     Mem_Free(poly.points);
     Msg_Printf(".");
 }

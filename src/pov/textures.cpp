@@ -19,7 +19,6 @@
 
 namespace {
 
-const long kRecordSize = (long)sizeof(TextureRecord);
 
 void LibraryPath(char* out, size_t size, const char* file) {
     snprintf(out, size, "%s/%s", g.config.WORK_DIR, file);

@@ -6,6 +6,7 @@
 #include "state.h"
 
 static bool Mem_ShouldFail() {
+    g.mem.allocations++;
     if (g.mem.fail_countdown <= 0) return false;
     return --g.mem.fail_countdown == 0;
 }

@@ -7,6 +7,7 @@ struct Layer;
 struct MemState {
     long fail_countdown = 0;  // >0: the allocation that brings it to 0 fails
     long live_blocks = 0;     // blocks handed out and not yet freed
+    long allocations = 0;     // Mem_Alloc and Mem_Realloc calls so far (tests count sites)
 };
 
 struct SceneState {

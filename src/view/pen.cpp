@@ -20,6 +20,7 @@
 namespace {
 
 const double NEAR_DEPTH = 1e-7;   // depth a segment crossing the camera plane is cut at
+const double REDRAW_GRACE = 0.1;  // seconds a redraw runs before a key or click can stop it
 
 // Horizontal scale of the 3D view: screen shape over camera shape, with W and
 // H the largest pixel coordinates (639 and 479), so (W + 1)/(H + 1) is 4:3.
@@ -152,6 +153,21 @@ int EventWaiting() {
     return x != v.poll_mouse_x || y != v.poll_mouse_y || b != v.poll_mouse_buttons;
 }
 
+// During a redraw: a key or a mouse button asks to stop it. Typed-ahead
+// input does not cut a quick redraw short: only one that has run for
+// REDRAW_GRACE seconds listens, once per poll interval.
+int UserStop() {
+    ViewState& v = g.view;
+    if (!v.redraw_depth || v.user_interrupt) return v.user_interrupt;
+    double now = X11_Clock();
+    if (now - v.redraw_start < REDRAW_GRACE || now - v.poll_last < v.poll_interval) return 0;
+    v.poll_last = now;
+    int x, y, b;
+    X11_ReadMouse(&x, &y, &b);
+    if (X11_KeyPressed() || b) v.user_interrupt = 1;
+    return v.user_interrupt;
+}
+
 }  // namespace
 
 double View_PerspectiveScale(const Viewport* vp) { return PerspectiveScale(vp); }
@@ -218,7 +234,7 @@ int View_LineTo(Viewport* vp, Point3 p) {
     X11_MoveTo(ix1, iy1);
     X11_LineTo(ix2, iy2);
     if (vp->line_mode == LINE_INTERRUPTIBLE || v.interruptible) return EventWaiting();
-    return 0;
+    return UserStop();
 }
 
 // The rectangle's corners are pixels, not world points, so the pen's global

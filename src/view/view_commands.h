@@ -10,6 +10,9 @@
 void Views_RedrawAll();
 // The active viewport: furniture, then the objects.
 void View_Refresh();
+// A redraw that has run for a tenth of a second stops at a key or a mouse
+// button (" Terminated..."); what it has not drawn yet stays undrawn and the
+// key or click is left for the prompt.
 
 // --- zoom stacks (one per stored slot) ---
 void Zoom_ResetAll();   // free all, then one node per slot from the view it shows

@@ -329,13 +329,25 @@ int Scene_DrawObjectsInterruptible() {
     return done;
 }
 
-void View_Refresh() {
-    View_Draw(&g.view.Active_Viewport);
-    X11_SetWriteMode(GFX_COPY);
-    Scene_DrawObjects();
+namespace {
+
+// A redraw, however nested, is one stretch of drawing that the user can stop
+// (the pen sets user_interrupt); the outermost call starts and ends it.
+void BeginRedraw() {
+    ViewState& v = g.view;
+    if (v.redraw_depth++ == 0) {
+        v.user_interrupt = 0;
+        v.redraw_start = X11_Clock();
+        v.poll_last = v.redraw_start;
+    }
 }
 
-void Views_RedrawAll() {
+void EndRedraw() {
+    ViewState& v = g.view;
+    if (--v.redraw_depth == 0) v.user_interrupt = 0;
+}
+
+void RedrawAll() {
     ViewState& v = g.view;
     Views_StoreActive();
     Screen_Fill(Colours().view_bkcolor, 0, v.area_top, v.area_width - 1, v.area_bottom - 1);
@@ -360,3 +372,20 @@ void Views_RedrawAll() {
     }
     v.Active_Viewport = v.Viewports[current];
 }
+
+}  // namespace
+
+void View_Refresh() {
+    BeginRedraw();
+    View_Draw(&g.view.Active_Viewport);
+    X11_SetWriteMode(GFX_COPY);
+    if (!g.view.user_interrupt) Scene_DrawObjects();   // stopped in an earlier viewport
+    EndRedraw();
+}
+
+void Views_RedrawAll() {
+    BeginRedraw();
+    RedrawAll();
+    EndRedraw();
+}
+

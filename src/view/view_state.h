@@ -155,6 +155,8 @@ struct ViewState {
     ViewXform xform[VIEW_XFORM_MAX] = {};  // [k]: layer transforms of levels 0..k composed
     int xform_depth = 0;            // entries of xform in use; 0 = points drawn as they are
     int user_interrupt = 0;         // the user asked to stop drawing (Scene_DrawObjects)
+    int redraw_depth = 0;           // View_Refresh / Views_RedrawAll calls under way
+    double redraw_start = 0;        // X11_Clock when the outermost of them began
     int marker_pending = 0;         // a last-point cross is drawn after the objects
     Point3 marker_point{0, 0, 0};   // world point of that cross
     ZoomNode* zoom_first[5] = {};   // zoom stack of each slot 1..4: oldest node ...

@@ -285,13 +285,17 @@ int Wf_ReadObjects(WfIn* f) {
                     rec.poly.count = points.count;
                 }
                 // A polyline whose exact-size copy fails counts as a point
-                // that could not be stored; other kinds are just left out.
-                if (r == 1 && TableOf(kind) && !Wf_AddObject(kind, &rec, texture, flags) &&
-                    kind == KIND_POLYLINE)
-                    r = -1;
+                // that could not be stored; another kind that can't be
+                // stored stops the reading just as well, and says so.
+                int stored = r != 1 || !TableOf(kind) || Wf_AddObject(kind, &rec, texture, flags);
+                if (!stored) r = kind == KIND_POLYLINE ? -1 : -2;
                 Wf_PointListFree(&points);
                 if (r == -1) {
                     Msg_Printf("\nNot enough memory for Polylines!");
+                    return 0;
+                }
+                if (r == -2) {
+                    Msg_Printf("\nOut of Memory for Objects!");
                     return 0;
                 }
                 if (r == 0) return 0;

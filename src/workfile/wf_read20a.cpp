@@ -167,7 +167,8 @@ int RecordSize(int kind) {
 }
 
 // One object after its layer number. 1 read, 0 end of file or a kind with
-// no known record size, -1 no memory for a polyline point.
+// no known record size, -1 no memory for a polyline point, -2 no memory for
+// another kind of object.
 int ReadObject(WfIn* f) {
     int32_t kind;
     unsigned char node[NODE_BLOCK], rec[PRIMITIVE_BLOCK];
@@ -203,26 +204,22 @@ int ReadObject(WfIn* f) {
         case KIND_TRIANGLE: {
             TriangleData t;
             for (int i = 0; i < 3; i++) t.corner[i] = Wf_PointAt(rec + 24 * i);
-            Wf_AddObject(kind, &t, texture, flags);
-            return 1;
+            return Wf_AddObject(kind, &t, texture, flags) ? 1 : -2;
         }
         case KIND_3DFACE: {
             FaceData fc;
             for (int i = 0; i < 4; i++) fc.corner[i] = Wf_PointAt(rec + 24 * i);
-            Wf_AddObject(kind, &fc, texture, flags);
-            return 1;
+            return Wf_AddObject(kind, &fc, texture, flags) ? 1 : -2;
         }
         case KIND_PRIMITIVE: {
             PrimitiveData p = Primitive_Default();
             DecodePrimitive(rec, &p);
-            Wf_AddObject(kind, &p, texture, flags);
-            return 1;
+            return Wf_AddObject(kind, &p, texture, flags) ? 1 : -2;
         }
         default: {
             LightData l = Light_Default();
             DecodeLight(rec, &l);
-            Wf_AddObject(kind, &l, texture, flags);
-            return 1;
+            return Wf_AddObject(kind, &l, texture, flags) ? 1 : -2;
         }
     }
 }
@@ -253,6 +250,7 @@ int Wf_Read20A(WfIn* f) {
         else Layer_SelectByIndex(layer + 1);
         int r = ReadObject(f);
         if (r == -1) Msg_Printf("\nNot enough memory for Polylines!");
+        if (r == -2) Msg_Printf("\nOut of Memory for Objects!");
         if (r != 1) return 0;
     }
     WfView_RedrawAll();

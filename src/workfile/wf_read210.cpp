@@ -71,7 +71,10 @@ int ReadTableSection(WfIn* f, const WfField* table, size_t n, int32_t* current_l
 
 int ReadLayer(WfIn* f, PendingLinks* links) {
     Layer* l = Layer_Append();
-    if (!l) return 0;
+    if (!l) {
+        Msg_Printf("\nOut of Memory for Layers!");
+        return 0;
+    }
     int32_t pos = 0, instance = -1;
     int32_t* ints[] = {&l->csg, &l->color, &l->on, &l->level, &instance, &l->rotation_order};
     Point3* points[] = {&l->translate,         &l->scale,         &l->rotate,
