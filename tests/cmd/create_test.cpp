@@ -86,6 +86,11 @@ TEST_F(CreateTest, Primitives) {
     hf.scale = {4, 4, 4};
     PrimitiveData plane = Prim(PRIM_PLANE, {0, 0, 1}, 0, 0, 0, 1);
     plane.scale = {2, 2, 2};
+    PrimitiveData picked_box = Prim(PRIM_BOX, {0, 0, 0}, 0, 0, 0);
+    picked_box.size = {3, 2, 4};
+    PrimitiveData typed_hf = Prim(PRIM_HEIGHT_FIELD, {0, 0, 0}, 0, 0, 0);
+    typed_hf.size = {1, 1, 1};
+    typed_hf.scale = {2, 1, 3};
     const Row rows[] = {
         {"sphere typed", {T("SPHERE\n1,0,2\n3\n\n")}, std::string("\nSPHERE> Center point: \nSPHERE> Radius: ") + kSeg,
          Prim(PRIM_SPHERE, {1, 0, 2}, 3, 0, 0)},
@@ -118,14 +123,29 @@ TEST_F(CreateTest, Primitives) {
          {T("TORUS\n0,0,0\n3\n"), C(3, 2), T("\n")},
          "\nTORUS> Center point: \nTORUS> Inner Radius: \nTORUS> Set Donut Radius: \nTORUS>  Set Segments <8>: ",
          Prim(PRIM_TORUS, {0, 0, 0}, 3, 2, 0)},
+        {"cylinder picked", {T("CYLINDER\n"), C(1, 1), C(1, 4), C(2, 1), T("\n")},
+         "\nCYLINDER> Start point: \nCYLINDER> Length of Cylinder: \nCYLINDER> Set Radius: "
+         "\nCYLINDER>  Set Segments <8>: ",
+         Prim(PRIM_CONE, {1, 0, 1}, 1, 1, 3)},
         {"disc", {T("DISC\n1,0,1\n2.5\n\n")}, "\nDISC> Center point: \nDISC> Outer Radius: \nDISC>  Set Segments <8>: ",
          Prim(PRIM_DISC, {1, 0, 1}, 0, 2.5, 0)},
+        {"disc picked", {T("DISC\n"), C(-2, -2), C(-2, 1), T("\n")},
+         "\nDISC> Center point: \nDISC> Outer Radius: \nDISC>  Set Segments <8>: ",
+         Prim(PRIM_DISC, {-2, 0, -2}, 0, 3, 0)},
+        {"plane typed", {T("PLANE\n0,0,1\n2\n")}, "\nPLANE> Center point: \nPLANE> Scale (for visual refrence): ",
+         plane},
         {"plane: the distance is the visual scale; no segments", {T("PLANE\n"), C(0, 1), C(0, 3)},
          "\nPLANE> Center point: \nPLANE> Scale (for visual refrence): ", plane},
         {"cube, Y only", {T("CUBE\n1,2,3\n4\n\n\n")},
          "\nCUBE> Lower left corner: \nCUBE> Y Length: \nCUBE> X Length <4>: \nCUBE> Z Length <4>: ", cube},
         {"cube, each length", {T("CUBE\n0,0,0\n2\n3\n5\n")},
          "\nCUBE> Lower left corner: \nCUBE> Y Length: \nCUBE> X Length <2>: \nCUBE> Z Length <3>: ", box},
+        {"cube, each length picked", {T("CUBE\n"), C(0, 0), C(0, 2), C(3, 0), C(0, -4)},
+         "\nCUBE> Lower left corner: \nCUBE> Y Length: \nCUBE> X Length <2>: \nCUBE> Z Length <3>: ", picked_box},
+        {"height field typed", {T("HEIGHTFIELD\n0,0,0\n1\n2\n3\n")},
+         "\nHEIGHTFIELD> Lower left corner: \nHEIGHTFIELD> Y Length: \nHEIGHTFIELD> X Length <1>: "
+         "\nHEIGHTFIELD> Z Length <2>: ",
+         typed_hf},
         {"height field, Y only", {T("HEIGHTFIELD\n"), C(-1, -2), T("4\n\n\n")},
          "\nHEIGHTFIELD> Lower left corner: \nHEIGHTFIELD> Y Length: \nHEIGHTFIELD> X Length <4>: "
          "\nHEIGHTFIELD> Z Length <4>: ",
@@ -161,32 +181,35 @@ TEST_F(CreateTest, Primitives) {
 
 TEST_F(CreateTest, LightsAndCamera) {
     struct Row {
-        const char* input;
+        std::vector<Step> input;
         std::string transcript;
         int flags;
         Point3 position, point_at;
         double radius, falloff, height, width;
     };
     const std::string spot = "\nSPOTLIGHT> Center point: \nSPOTLIGHT> Look at point: \nSPOTLIGHT> Set Radius <35>: ";
+    const std::string area = "\nAREALIGHT> Center point: \nAREALIGHT> Look at point: \nAREALIGHT> Set Heigth of Area: "
+                             "\nAREALIGHT> Set Width of Area: ";
     const Row rows[] = {
-        {"POINTLIGHT\n1,5,2\n", "\nPOINTLIGHT> Center point: ", 0, {1, 5, 2}, {0, 0, 0}, 35, 40, 1, 1},
-        {"AREALIGHT\n0,5,0\n1,0,1\n2\n3\n",
-         "\nAREALIGHT> Center point: \nAREALIGHT> Look at point: \nAREALIGHT> Set Heigth of Area: "
-         "\nAREALIGHT> Set Width of Area: ",
-         LIGHT_AREA, {0, 5, 0}, {1, 0, 1}, 35, 40, 2, 3},
-        {"SPOTLIGHT\n0,9,0\n0,0,0\n\n\n", spot + "\nSPOTLIGHT> Set Falloff <40>: ", LIGHT_SPOT, {0, 9, 0}, {0, 0, 0},
+        {{T("POINTLIGHT\n1,5,2\n")}, "\nPOINTLIGHT> Center point: ", 0, {1, 5, 2}, {0, 0, 0}, 35, 40, 1, 1},
+        {{T("POINTLIGHT\n"), C(1, 2)}, "\nPOINTLIGHT> Center point: ", 0, {1, 0, 2}, {0, 0, 0}, 35, 40, 1, 1},
+        {{T("AREALIGHT\n"), C(0, 0), C(3, 4), T("0.5\n4\n")}, area, LIGHT_AREA, {0, 0, 0}, {3, 0, 4}, 35, 40, 0.5, 4},
+        {{T("SPOTLIGHT\n"), C(1, 1), C(-2, -3), T("\n\n")}, spot + "\nSPOTLIGHT> Set Falloff <40>: ", LIGHT_SPOT,
+         {1, 0, 1}, {-2, 0, -3}, 35, 40, 1, 1},
+        {{T("AREALIGHT\n0,5,0\n1,0,1\n2\n3\n")}, area, LIGHT_AREA, {0, 5, 0}, {1, 0, 1}, 35, 40, 2, 3},
+        {{T("SPOTLIGHT\n0,9,0\n0,0,0\n\n\n")}, spot + "\nSPOTLIGHT> Set Falloff <40>: ", LIGHT_SPOT, {0, 9, 0}, {0, 0, 0},
          35, 40, 1, 1},
-        {"SPOTLIGHT\n0,9,0\n0,0,0\n\n20\n", spot + "\nSPOTLIGHT> Set Falloff <40>: ", LIGHT_SPOT, {0, 9, 0}, {0, 0, 0},
+        {{T("SPOTLIGHT\n0,9,0\n0,0,0\n\n20\n")}, spot + "\nSPOTLIGHT> Set Falloff <40>: ", LIGHT_SPOT, {0, 9, 0}, {0, 0, 0},
          35, 35, 1, 1},   // a falloff below the radius is raised to it
-        {"SPOTLIGHT\n0,9,0\n0,0,0\n400\n\n", spot + "\nSPOTLIGHT> Set Falloff <45>: ", LIGHT_SPOT, {0, 9, 0},
+        {{T("SPOTLIGHT\n0,9,0\n0,0,0\n400\n\n")}, spot + "\nSPOTLIGHT> Set Falloff <45>: ", LIGHT_SPOT, {0, 9, 0},
          {0, 0, 0}, 40, 45, 1, 1},
         // Brought into [0, 360); the falloff is read as a whole number.
-        {"SPOTLIGHT\n0,9,0\n0,0,0\n-30\n-20.7\n", spot + "\nSPOTLIGHT> Set Falloff <335>: ", LIGHT_SPOT, {0, 9, 0},
+        {{T("SPOTLIGHT\n0,9,0\n0,0,0\n-30\n-20.7\n")}, spot + "\nSPOTLIGHT> Set Falloff <335>: ", LIGHT_SPOT, {0, 9, 0},
          {0, 0, 0}, 330, 340, 1, 1},
     };
     for (const Row& r : rows) {
-        SCOPED_TRACE(r.input);
-        EXPECT_EQ(Session({T(r.input)}), r.transcript + "\nCommand: ");
+        SCOPED_TRACE(r.transcript);
+        EXPECT_EQ(Session(r.input), r.transcript + "\nCommand: ");
         ASSERT_EQ(Objects(), 1);
         const Object* o = g.scene.Current_Layer->first_object;
         ASSERT_EQ(o->kind, KIND_LIGHT);
