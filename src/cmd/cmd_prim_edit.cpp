@@ -32,6 +32,7 @@
 #include "state.h"
 #include "ui/dialog.h"
 #include "ui/form.h"
+#include "ui/menu.h"
 
 namespace {
 
@@ -169,6 +170,19 @@ void Change(Object* obj, Layer* layer, const PrimitiveData& p) {
     *rec = p;
     Edit_DrawObject(obj, layer, 0);
 }
+
+// The side menu of an edit's keywords while it asks, the one before it
+// again afterwards.
+const int kEditSideMenus = 1150;   // + prim_type
+struct SideMenuFor {
+    int before;
+    explicit SideMenuFor(int number) : before(g.menus.side.shown) { SideMenu_Show(number); }
+    ~SideMenuFor() {
+        if (before) SideMenu_Show(before);
+    }
+    SideMenuFor(const SideMenuFor&) = delete;
+    SideMenuFor& operator=(const SideMenuFor&) = delete;
+};
 
 // Runs a dialog over its form until OK (1), Cancel (0) or Ctrl-C (-1) and
 // closes it; ids that are no field go to `extra`. The closing id.
@@ -327,6 +341,7 @@ int General_Dialog(Object* object, int* segments, const char* text) {
 int Primitive_Edit(Object* obj, Layer* layer) {
     const EditMenu* m = MenuOf(((const PrimitiveData*)obj->data)->prim_type);
     if (!m) return 1;   // the plane has nothing to edit
+    SideMenuFor keywords(kEditSideMenus + m->type);
     for (;;) {
         AskAnswer a;
         if (!Ask_Any(m->menu, m->keywords, 0, MASK_MENU, &a)) return 0;

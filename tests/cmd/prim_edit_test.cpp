@@ -225,12 +225,18 @@ TEST_F(PrimEditTest, EditObjectByPick) {
         PixelOf(p, &x, &y);
         Headless_PushClick(x, y);
     };
+    // The keywords are clicked in the side menu the edit shows (rows 3
+    // Radius and 8 Exit); the menu before it comes back.
+    const int side = g.menus.side.shown;
     Headless_PushText("EDIT\n");
     pick({2, 0, 0});   // on the sphere's equator
-    Headless_PushText("R\n3\nE\n");
+    PickSide(3);
+    Headless_PushText("3\n");
+    PickSide(8);
     EXPECT_FALSE(RunLoop());
     EXPECT_EQ(Rec(s).p1, 3);
     EXPECT_EQ(s->selected, 0);
+    EXPECT_EQ(g.menus.side.shown, side);
 
     Scene_Clear();
     Layer_NewFirst();
