@@ -122,32 +122,18 @@ TEST_F(PrimsSession, CreateExportAndRender) {
     Layer* layer = Layer_NewFirst();
     ASSERT_NE(layer, nullptr);
     snprintf(layer->texture, sizeof layer->texture, "Jade");
-    PrimitiveData sphere = Primitive_Default();
-    sphere.prim_type = PRIM_SPHERE;
-    sphere.translate = {2, 0, 1};
-    sphere.p1 = 1.5;
-    sphere.prim_aux = 12;
-    PrimitiveData cube = Primitive_Default();
-    cube.prim_type = PRIM_BOX;
-    cube.translate = {-4, 0, -3};
+    auto prim = [](int type, Point3 at, double p1, double p2, double p3, int aux) {
+        PrimitiveData p = Primitive_Default();
+        p.prim_type = type, p.translate = at, p.p1 = p1, p.p2 = p2, p.p3 = p3, p.prim_aux = aux;
+        return p;
+    };
+    PrimitiveData sphere = prim(PRIM_SPHERE, {2, 0, 1}, 1.5, 0, 0, 12), cube = prim(PRIM_BOX, {-4, 0, -3}, 0, 0, 0, 8),
+                  cone = prim(PRIM_CONE, {-3, 0, 3}, 1, 0.5, 4, 8);
     cube.size = {2, 2, 3};
-    PrimitiveData cone = Primitive_Default();
-    cone.prim_type = PRIM_CONE;
-    cone.translate = {-3, 0, 3};
-    cone.p1 = 1;
-    cone.p2 = 0.5;
-    cone.p3 = 4;
     LightData spot = Light_Default();
-    spot.light_flags = LIGHT_SPOT;
-    spot.position = {0, 8, -6};
-    spot.adaptive = 1;
-    spot.radius = 35;
-    spot.falloff = 40;
-    spot.tightness = 10;
-    ASSERT_NE(Add_Primitive(&sphere), nullptr);
-    ASSERT_NE(Add_Primitive(&cube), nullptr);
-    ASSERT_NE(Add_Primitive(&cone), nullptr);
-    ASSERT_NE(Add_Light(&spot), nullptr);
+    spot.light_flags = LIGHT_SPOT, spot.position = {0, 8, -6}, spot.adaptive = 1;
+    spot.radius = 35, spot.falloff = 40, spot.tightness = 10;
+    ASSERT_TRUE(Add_Primitive(&sphere) && Add_Primitive(&cube) && Add_Primitive(&cone) && Add_Light(&spot));
     Point3 cam{5, 4, -12}, tar{0, 1, 0};
     Var_SetPoint("CAM", &cam);
     Var_SetPoint("TAR", &tar);
@@ -165,15 +151,12 @@ TEST_F(PrimsSession, CreateExportAndRender) {
     ASSERT_EQ(RunProcess({"convert", png, "-depth", "8", "rgb:" + rgb}, ray).status, 0);
     const std::string px = ReadFile(rgb);
     ASSERT_EQ(px.size(), 160u * 120 * 3);
-    int lit = 0, row = 0;
-    for (size_t i = 0; i < px.size(); i += 3)
-        if ((unsigned char)px[i] + (unsigned char)px[i + 1] + (unsigned char)px[i + 2] > 60) lit++;
-    for (int x = 0; x < 160; x += 8) {   // a few pixels along the middle row
-        const size_t i = (60 * 160 + x) * 3;
-        if ((unsigned char)px[i] + (unsigned char)px[i + 1] + (unsigned char)px[i + 2] > 60) row++;
-    }
-    EXPECT_GT(lit, 160 * 120 / 50) << "lit pixels";
-    EXPECT_GE(row, 2) << "lit pixels on the middle row";
+    auto lit = [&](size_t i) { return (unsigned char)px[i] + (unsigned char)px[i + 1] + (unsigned char)px[i + 2] > 60; };
+    int all = 0, row = 0;
+    for (size_t i = 0; i < px.size(); i += 3) all += lit(i);
+    for (int x = 0; x < 160; x += 8) row += lit((60 * 160 + x) * 3);   // a few pixels along the middle row
+    EXPECT_GT(all, 160 * 120 / 50);
+    EXPECT_GE(row, 2);
 }
 
 }  // namespace
