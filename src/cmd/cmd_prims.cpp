@@ -1,6 +1,6 @@
 // cmd_prims.cpp - the ray-tracer primitives: SPHERE, CONE, CYLINDER, TORUS,
 // DISC, PLANE, CUBE and HEIGHTFIELD, the segments question most of them
-// ask, and how a new object is shown.
+// ask, and how an object a command made or changed is shown in the views.
 //
 // Every primitive is made upright in its own axes and placed by `translate`
 // alone, whatever direction its points were picked in: a length or a radius
