@@ -10,6 +10,8 @@
 #include "cmd/cmd_state.h"
 
 struct Layer;
+struct Object;
+struct PrimitiveData;
 
 // --- loop and table (command_loop.cpp) ---
 // Runs commands until EXIT or NEW ends the loop.
@@ -132,6 +134,55 @@ int Com_PickObject();       // 954
 int Com_UnpickObject();     // 955
 int Com_WindowSelect();     // 956
 int Com_WindowDeselect();   // 957
+
+// --- ray-tracer primitives (cmd_prims.cpp) ---
+// Shows an object a command has just made: every viewport redrawn when
+// Auto_Redraw is on, else the object drawn in each in its layer's colour.
+// nullptr (the object could not be made) prints "Out Of Memory!".
+void Create_Show(Object* obj);
+// Draws an object a command changed in every view as the redraw shows it,
+// and highlighted in the active view while it is selected; with `erase`,
+// in the background colour instead (before the change).
+void Edit_DrawObject(const Object* obj, Layer* layer, int erase);
+// The segments question, prefix + "%s Set Segments <%d>: "; SEG_VALUE
+// without a question when AUTO-SEG is on. 0 when the prompt was replaced,
+// else 1 with the count (at least 2) in *segments.
+int Ask_Segments(const char* prefix, int* segments);
+int Com_Sphere();        // 220
+int Com_Torus();         // 221
+int Com_Disc();          // 222
+int Com_Cube();          // 223
+int Com_Cone();          // 224
+int Com_Cylinder();      // 225
+int Com_HeightField();   // 226
+int Com_Plane();         // 227
+
+// --- editing primitives (cmd_prim_edit.cpp) ---
+// The keyword menu of the primitive's kind (302's edit machine): 1 after
+// Exit (and at once for a plane), 0 when the prompt was replaced.
+int Primitive_Edit(Object* obj, Layer* layer);
+// trans.dlg on the record's translate, scale and rotate: 1 when OK wrote
+// them back.
+int Transform_Dialog(PrimitiveData* record);
+// general.dlg on the object's texture, No_shadow and Smooth_triangle and
+// on *segments, `text` shown in item 5: 1 when OK wrote them back.
+int General_Dialog(Object* object, int* segments, const char* text);
+int Com_TransformDialog();   // 313: trans.dlg for each selected primitive
+int Com_GeneralDialog();     // 314: general.dlg for the selection
+
+// --- lights and camera (cmd_lights.cpp) ---
+int Com_SpotLight();     // 228
+int Com_PointLight();    // 229
+int Com_AreaLight();     // 230
+int Com_Camera();        // 231
+// editlght.dlg on the light: 1 when OK wrote the record back, 0 on Cancel
+// or when the file is missing.
+int Light_Dialog(Object* object);
+// 302's edit machine for a light: the dialog, the light redrawn. 1.
+int Light_Edit(Object* obj, Layer* layer);
+// camera.dlg: 1 when OK wrote CAM, TAR, UP, FOV, CAMERA and the aspect ratio.
+int Camera_Dialog();
+int Com_CameraDialog();  // 510: the dialog, then every viewport redrawn when Auto_Regen is on
 
 // --- edit commands (cmd_edit.cpp) ---
 int Com_Erase();        // 301

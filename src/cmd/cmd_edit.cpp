@@ -133,8 +133,8 @@ const EditEntry kEditMachines[] = {
     {KIND_POLYLINE, FORM_POLY_CUBE, FORM_POLY_PYRAMID, "PRIMPOLY", nullptr},
     {KIND_TRIANGLE, 0, 0, "TRIANGLE", nullptr},
     {KIND_3DFACE, 0, 0, "FACE", nullptr},
-    {KIND_PRIMITIVE, 0, 0, "PRIMITIVE", nullptr},
-    {KIND_LIGHT, 0, 0, "LIGHT", nullptr},
+    {KIND_PRIMITIVE, 0, 0, "PRIMITIVE", Primitive_Edit},
+    {KIND_LIGHT, 0, 0, "LIGHT", Light_Edit},
 };
 
 const EditEntry* EditMachineOf(const Object* obj) {

@@ -319,12 +319,43 @@ TEST_F(SurfaceGeom, LightStarAndDirection) {
     EXPECT_TRUE(Near(Rec().segments[0].b, {1.2, 2, 3}, 1e-12));
     EXPECT_TRUE(Near(Rec().segments[3].a, {0.8, 1.8, 2.8}, 1e-12));
     EXPECT_TRUE(Near(Rec().segments[3].b, {1.2, 2.2, 3.2}, 1e-12));
+
+    // A spot light 10 above its target with a 45 degree cone: the line to
+    // the target, the cone's circle of radius 10 in y = 0 (16 sides), and
+    // four lines from the light to that circle.
     Rec() = Recording{};
     l.light_flags = LIGHT_SPOT;
+    l.position = {0, 10, 0};
     l.point_at = {0, 0, 0};
+    l.radius = 45;
     Light_Draw(&l);
-    ASSERT_EQ(Rec().segments.size(), 8u);
-    EXPECT_PT(Rec().segments[7].b, 0, 0, 0);
+    ASSERT_EQ(Rec().segments.size(), 7u + 1 + 16 + 4);
+    EXPECT_EQ(SegmentCount(Rec().segments, {0, 10, 0}, {0, 0, 0}), 1);
+    for (size_t i = 8; i < 24; i++) {
+        EXPECT_NEAR(Rec().segments[i].b.y, 0, 1e-9);
+        EXPECT_NEAR(Vec_Length(Rec().segments[i].b), 10, 1e-9);
+    }
+    for (Point3 rim : {Point3{10, 0, 0}, Point3{-10, 0, 0}, Point3{0, 0, 10}, Point3{0, 0, -10}})
+        EXPECT_EQ(SegmentCount(Rec().segments, {0, 10, 0}, rim), 1) << Str(rim);
+    // A cone of 90 degrees or more has no circle.
+    Rec() = Recording{};
+    l.radius = 90;
+    Light_Draw(&l);
+    EXPECT_EQ(Rec().segments.size(), 8u);
+
+    // An area light at the origin aimed along +X, width 1, height 2: the
+    // scene file's axes are (0, -0.5, 2) and (0, 1, 1); the outline runs
+    // round the origin by half of each.
+    Rec() = Recording{};
+    l = Light_Default();
+    l.light_flags = LIGHT_AREA;
+    l.point_at = {10, 0, 0};
+    l.area_width = 1;
+    l.area_height = 2;
+    Light_Draw(&l);
+    ASSERT_EQ(Rec().segments.size(), 7u + 1 + 4);
+    const Point3 q[4] = {{0, -0.25, -1.5}, {0, -0.75, 0.5}, {0, 0.25, 1.5}, {0, 0.75, -0.5}};
+    for (int i = 0; i < 4; i++) EXPECT_EQ(SegmentCount(Rec().segments, q[i], q[(i + 1) % 4]), 1) << i;
 }
 
 TEST_F(SurfaceGeom, ModeOutOfRangeProducesNothing) {

@@ -48,6 +48,9 @@ const std::map<std::string, std::vector<Want>>& Wanted() {
         {"dirs.dlg", {{"BUTTON", {0, 1}}, {"TEXTBOX", Range(2, 11)}, {"CHECK", Range(12, 15)}}},
         {"display.dlg", {{"BUTTON", {0, 1}}, {"CHECK", Range(10, 28)}}},
         {"palette.dlg", {{"BUTTON", {0, 1}}, {"CHECK", Range(10, 14)}}},
+        {"general.dlg", {{"BUTTON", {0, 1}}, {"CHECK", {2, 6}}, {"TEXTBOX", {3, 4, 5}}}},
+        {"editlght.dlg", {{"BUTTON", {0, 1}}, {"CHECK", {2, 3, 4}}, {"TEXTBOX", Range(5, 21)}}},
+        {"camera.dlg", {{"BUTTON", {0, 1}}, {"TEXTBOX", Range(2, 10)}, {"CHECK", {11}}, {"TEXTBOX", {12, 13}}}},
     };
     return w;
 }
