@@ -69,10 +69,6 @@ void PlainFill(const std::vector<TriangleData>& tris, std::vector<float>& depth,
 }
 
 double Best(const std::vector<double>& t) { return *std::min_element(t.begin(), t.end()); }
-double Median(std::vector<double> t) {
-    std::sort(t.begin(), t.end());
-    return t[t.size() / 2];
-}
 
 }  // namespace
 
