@@ -82,6 +82,7 @@ int Com_Variables();   // 502
 int Com_Options();     // 802: ray-tracer options, display and palette pickers
 int Com_Dirs();        // 803: directories, names, output type
 int Com_Fog();         // 804: fog, background, trace limits
+int Com_Textures();    // 503: the texture chooser, with its editor
 
 // --- layers (cmd_layers.cpp) ---
 // The layers dialog: 0 when layers.dlg can't be loaded, else 1. Sets

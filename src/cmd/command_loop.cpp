@@ -52,6 +52,7 @@ const CommandEntry kCommands[] = {
     {CMD_OPTIONS_DIALOG, Com_Options, 0},
     {CMD_DIRS_DIALOG, Com_Dirs, 0},
     {CMD_FOG_DIALOG, Com_Fog, 0},
+    {CMD_TEXTURE_DIALOG, Com_Textures, 0},
 
     {CMD_REDRAW, Com_Redraw, 1},
     {CMD_ZOOM_IN, Com_ZoomIn, 1},
