@@ -199,8 +199,8 @@ int Colour_Pick(float rgbf[4]) {
         return 0;
     }
     if (report.badLines)
-        Msg_Printf("\ncolors.dat: %d damaged lines skipped (line %d: %s)", report.badLines,
-                   report.firstBadLine, report.firstReason);
+        Msg_Printf("\ncolors.dat: %d damaged line%s skipped, the first is line %d: %s", report.badLines,
+                   report.badLines == 1 ? "" : "s", report.firstBadLine, report.firstReason);
     Dialog d;
     if (!Dialog_Open(&d, "ccolor.dlg")) return 0;
     ShowRows(&d, p);

@@ -69,8 +69,8 @@ int Build(List* list) {
         return 0;
     }
     if (lines.badLines)
-        Msg_Printf("\ntextures.dat: %d damaged lines skipped (line %d: %s)", lines.badLines,
-                   lines.firstBadLine, lines.firstReason);
+        Msg_Printf("\ntextures.dat: %d damaged line%s skipped, the first is line %d: %s", lines.badLines,
+                   lines.badLines == 1 ? "" : "s", lines.firstBadLine, lines.firstReason);
     if (lib.tailBytes)
         Msg_Printf("\ntextures.wrk: the last %ld bytes are not a whole record and are left out",
                    lib.tailBytes);

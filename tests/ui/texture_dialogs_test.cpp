@@ -477,14 +477,15 @@ TEST_F(TextureDialogs, MissingAndDamagedFilesAreReported) {
     Texture_EditFinish(&r);
     Texture_EditTransform(&r, TEXTURE_TEXTURE_TRANSFORM);
     Colour_Pick(c);
-    WriteFile(bare.file("colors.dat"), "Red(1, 0, 0)\n");
+    WriteFile(bare.file("colors.dat"), "Red(1, 0, 0)\nRed(1, 0\n");
     Colour_Pick(c);
     EXPECT_EQ(Headless_Transcript(),
               "Can't find texture.dlg, or Out of Memory!Can't find maketext.dlg, or Out of Memory!"
               "Can't find pigment.dlg, or Out of Memory!Can't find colormap.dlg, or Out of Memory!"
               "Can't find normal.dlg, or Out of Memory!Can't find finish.dlg, or Out of Memory!"
               "Can't find trans.dlg, or Out of Memory!Can't open colors.dat"
-              "Can't find ccolor.dlg, or Out of Memory!");
+              "\ncolors.dat: 1 damaged line skipped, the first is line 2: not name(r, g, b) or "
+              "name(r, g, b, f)Can't find ccolor.dlg, or Out of Memory!");
 
     // The chooser's own files: textures.dat, the library, the list file.
     std::filesystem::copy_file(Dlg_Support("texture.dlg"), bare.file("texture.dlg"));
@@ -506,7 +507,7 @@ TEST_F(TextureDialogs, MissingAndDamagedFilesAreReported) {
     Save("Stone");
     WriteFile(work.file("textures.wrk"), ReadFile(work.file("textures.wrk")) + "torn");
     EXPECT_EQ(chooser(),
-              "\ntextures.dat: 2 damaged lines skipped (line 2: not one name)"
+              "\ntextures.dat: 2 damaged lines skipped, the first is line 2: not one name"
               "\ntextures.wrk: the last 4 bytes are not a whole record and are left out");
     EXPECT_EQ(ReadFile(work.file("texture.tmp")).size(), 3u * 22);
 }
