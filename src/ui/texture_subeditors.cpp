@@ -27,7 +27,6 @@ void ShowSwatches(Dialog* d, int id, const float* const* colours, int count) {
         const int cw = Dialog_CellWidth();
         DlgDraw_ClipTo(d);
         for (int i = 0; i < count && i <= a.bottom - a.top; i++) {
-            if (!colours[i]) continue;
             const int y = (a.top + i) * SCREEN_LINE;
             Colour_DrawSwatch(colours[i], a.left * cw, y + 1, (a.right + 1) * cw - 2,
                               y + SCREEN_LINE - 2);
