@@ -53,35 +53,29 @@ TEST_F(TextureDialogs, ChooserListsTheLibraryThenThePredefinedNamesAndScrolls) {
     Save("Stone");
     Save("Wood");
     Save("Marble2");
-    // Window at 10: row 0 is entry 10, the eighth name of textures.dat.
-    Dlg_Click("texture.dlg", "BUTTON", 8);
-    Dlg_Click("texture.dlg", "TEXTBOX", 10);
-    Dlg_Click("texture.dlg", "BUTTON", 1);
-    EXPECT_EQ(Choose(), 1);
-    EXPECT_EQ(Current(), "Pink_Granite");
-    // Up one: entry 9. Ten times down ten stops at the last window (80 of 90 entries).
-    Dlg_Click("texture.dlg", "BUTTON", 8);
-    Dlg_Click("texture.dlg", "BUTTON", 7);
-    Dlg_Click("texture.dlg", "TEXTBOX", 10);
-    Dlg_Click("texture.dlg", "BUTTON", 1);
-    EXPECT_EQ(Choose(), 1);
-    EXPECT_EQ(Current(), "Brown_Agate");
-    for (int i = 0; i < 10; i++) Dlg_Click("texture.dlg", "BUTTON", 8);
-    Dlg_Click("texture.dlg", "BUTTON", 9);  // already at the end
-    Dlg_Click("texture.dlg", "TEXTBOX", 19);
-    Dlg_Click("texture.dlg", "BUTTON", 1);
-    EXPECT_EQ(Choose(), 1);
-    EXPECT_EQ(Current(), "Starfield");
+    // Clicks the buttons, then the name row, then OK; the name chosen.
+    auto pick = [&](std::initializer_list<int> buttons, int row) {
+        for (int id : buttons) Dlg_Click("texture.dlg", "BUTTON", id);
+        Dlg_Click("texture.dlg", "TEXTBOX", row);
+        Dlg_Click("texture.dlg", "BUTTON", 1);
+        EXPECT_EQ(Choose(), 1);
+        return Current();
+    };
+    // 90 entries: 3 library names, then textures.dat's 87 ("Jade" first).
+    EXPECT_EQ(pick({8}, 10), "Pink_Granite");         // down ten: entry 10
+    EXPECT_EQ(pick({8, 7}, 10), "Brown_Agate");       // and up one: entry 9
+    EXPECT_EQ(pick({8, 8, 8, 8, 8, 8, 8, 8, 8, 9}, 19), "Starfield");   // stops at 80
+    EXPECT_EQ(pick({6, 8, 6, 6}, 10), "Stone");       // up ten stops at 0
     // A typed name takes the list's spelling; a name the list lacks stays as typed.
-    Dlg_Type("texture.dlg", 20, "pink_GRANITE\n");
-    Dlg_Click("texture.dlg", "BUTTON", 1);
-    EXPECT_EQ(Choose(), 1);
-    EXPECT_EQ(Current(), "Pink_Granite");
-    Dlg_Type("texture.dlg", 20, "My_Own\n");
-    Dlg_Click("texture.dlg", "BUTTON", 1);
-    EXPECT_EQ(Choose(), 1);
-    EXPECT_EQ(Current(), "My_Own");
-    // Cancel and Escape leave the name; past the end a row takes nothing.
+    auto typed = [&](const char* text) {
+        Dlg_Type("texture.dlg", 20, std::string(text) + "\n");
+        Dlg_Click("texture.dlg", "BUTTON", 1);
+        EXPECT_EQ(Choose(), 1);
+        return Current();
+    };
+    EXPECT_EQ(typed("pink_GRANITE"), "Pink_Granite");
+    EXPECT_EQ(typed("My_Own"), "My_Own");
+    // Cancel and Escape leave the name.
     Dlg_Click("texture.dlg", "TEXTBOX", 10);
     Dlg_Click("texture.dlg", "BUTTON", 0);
     EXPECT_EQ(Choose(), 0);
@@ -93,15 +87,10 @@ TEST_F(TextureDialogs, ChooserListsTheLibraryThenThePredefinedNamesAndScrolls) {
     // The list file: 22-byte entries, the library's names first.
     const std::string list = ReadFile(work.file("texture.tmp"));
     ASSERT_EQ(list.size(), 90u * 22);
-    EXPECT_EQ(list.substr(0, 6), std::string("Stone\0", 6));
     EXPECT_EQ(list.substr(2 * 22, 8), std::string("Marble2\0", 8));
     EXPECT_EQ(list.substr(3 * 22, 5), std::string("Jade\0", 5));
     // On the screen, library textures are marked, and the name field shows the name.
-    try {
-        Texture_Choose(1);
-        ADD_FAILURE() << "the chooser ended";
-    } catch (const Headless_InputExhausted&) {
-    }
+    EXPECT_THROW(Texture_Choose(1), Headless_InputExhausted);
     EXPECT_EQ(BoxText("texture.dlg", 10, 16), "Stone  (library)");
     EXPECT_EQ(BoxText("texture.dlg", 13, 4), "Jade");
     EXPECT_EQ(BoxText("texture.dlg", 20, 6), "My_Own");
@@ -188,11 +177,8 @@ struct RecordField {
     const char* name;
     size_t offset, size;
 };
-#define FIELD(f)                                                 \
-    RecordField {                                                \
-#f, offsetof(TextureRecord, f), sizeof(TextureRecord::f) \
-    }
 // clang-format off
+#define FIELD(f) RecordField{#f, offsetof(TextureRecord, f), sizeof(TextureRecord::f)}
 const RecordField kFields[] = {
     FIELD(name), FIELD(color1), FIELD(color2), FIELD(color3), FIELD(pigment_kind), FIELD(pattern),
     FIELD(gradient_axis), FIELD(mandel_iterations), FIELD(agate_turb), FIELD(map_color),
@@ -210,168 +196,117 @@ const RecordField kFields[] = {
     FIELD(roughness), FIELD(refraction), FIELD(ior), FIELD(finish_bits), FIELD(texture_kind),
     FIELD(tile2_name), FIELD(layer2_name), FIELD(layer3_name), FIELD(tex_translate), FIELD(tex_rotate),
     FIELD(tex_scale)};
-// clang-format on
 #undef FIELD
-
-void SetDoubles(double* field, double x, double y, double z) {
-    const double v[3] = {x, y, z};
-    memcpy(field, v, sizeof v);
-}
+// clang-format on
 
 // A texture made through every sub-editor, every field given a value of
 // its own, saved; after a restart the library gives back each field.
 TEST_F(TextureDialogs, EveryFieldRoundTripsThroughTheEditorAndTheLibrary) {
     TextureRecord want = Texture_Default();
-    strcpy(want.name, "Every1");
-    auto type = [](const char* file, int id, const char* text) {
-        Dlg_Type(file, id, std::string(text) + "\n");
+    auto type = [](const char* file, int id, const std::string& text) { Dlg_Type(file, id, text + "\n"); };
+    auto click = [](const char* file, std::initializer_list<int> ids, const char* kind = "CHECK") {
+        for (int id : ids) Dlg_Click(file, kind, id);
+    };
+    // Types v into a box and expects it in the field (values exact in binary).
+    auto num = [&](const char* file, int id, double v, auto* field) {
+        char text[32];
+        snprintf(text, sizeof text, "%g", v);
+        type(file, id, text);
+        *field = (std::remove_pointer_t<decltype(field)>)v;
+    };
+    // Types a transform's values into trans.dlg and expects them in the record.
+    auto transform = [&](int button, const char* parent, double* t, double* s, double* r) {
+        Dlg_Click(parent, "BUTTON", button);
+        double v[9] = {1, 2, 3, 0.5, 0.25, 4, 30, 60, -90};   // -90 comes into 0..360
+        for (int i = 0; i < 9; i++) num("trans.dlg", 2 + i, v[i], &v[i]);
+        v[8] = 270;
+        memcpy(t, v, 24), memcpy(s, v + 3, 24), memcpy(r, v + 6, 24);
+        Dlg_Click("trans.dlg", "BUTTON", 1);
     };
     type("maketext.dlg", 9, "Every1");
-    Dlg_Click("maketext.dlg", "CHECK", 8);
     type("maketext.dlg", 10, "Jade");
     type("maketext.dlg", 11, "Stone");
     type("maketext.dlg", 12, "Wood");
-    want.texture_kind = 1;
+    click("maketext.dlg", {8});
+    strcpy(want.name, "Every1");
     strcpy(want.tile2_name, "Jade");
     strcpy(want.layer2_name, "Stone");
     strcpy(want.layer3_name, "Wood");
+    want.texture_kind = 1;
 
-    // Pigment: kind, colours (one picked: "Orange"), pattern values, image
-    // map, modifiers, the colour map and the pigment transform.
-    Dlg_Click("maketext.dlg", "BUTTON", 4);
-    Dlg_Click("pigment.dlg", "CHECK", 23);
-    const char* colours[12] = {"0.1", "0.2", "0.3", "0.4", "",    "",
-                               "",    "0.5", "0.6", "0.7", "0.8", "0.9"};
-    for (int i = 0; i < 12; i++)
-        if (colours[i][0]) type("pigment.dlg", 30 + i / 4 * 5 + i % 4, colours[i]);
+    // Pigment: colours (colour 2 picked as "Orange", which keeps its filter),
+    // pattern values, image map, modifiers, the colour map, the transform.
+    click("maketext.dlg", {4}, "BUTTON");
+    click("pigment.dlg", {23, 51, 72, 75, 80, 85, 87});   // pattern, gradient, flags
+    click("pigment.dlg", {61, 61, 71}, "TEXTBOX");         // axis z, image type tga
+    for (int k = 0; k < 4; k++) {
+        num("pigment.dlg", 30 + k, (k + 1) / 8.0, &want.color1[k]);
+        num("pigment.dlg", 40 + k, (k + 5) / 8.0, &want.color3[k]);
+    }
+    num("pigment.dlg", 38, 0.75, &want.color2[3]);
     Dlg_Click("pigment.dlg", "GRAPH", 34, MOUSE_LEFT, 1);
     type("ccolor.dlg", 20, "orange");
     Dlg_Click("ccolor.dlg", "BUTTON", 1);
-    want.pigment_kind = 3;
-    // colour 2 keeps its filter: "Orange" gives none
-    const float c1[4] = {0.1f, 0.2f, 0.3f, 0.4f}, c2[4] = {1, 0.5f, 0, 0.5f},
-                c3[4] = {0.6f, 0.7f, 0.8f, 0.9f};
-    memcpy(want.color1, c1, sizeof c1);
-    memcpy(want.color2, c2, sizeof c2);
-    memcpy(want.color3, c3, sizeof c3);
-    Dlg_Click("pigment.dlg", "CHECK", 51);    // gradient
-    Dlg_Click("pigment.dlg", "TEXTBOX", 61);  // axis x -> y -> z
-    Dlg_Click("pigment.dlg", "TEXTBOX", 61);
-    type("pigment.dlg", 62, "50");
-    type("pigment.dlg", 63, "0.3");
+    want.color2[0] = 1, want.color2[1] = 0.5f;
+    num("pigment.dlg", 62, 50, &want.mandel_iterations);
+    num("pigment.dlg", 63, 0.5, &want.agate_turb);
+    num("pigment.dlg", 73, 1, &want.image_map_type);
+    num("pigment.dlg", 74, -4, &want.image_interpolate);
+    num("pigment.dlg", 81, 0.25, &want.pig_turbulence);
+    num("pigment.dlg", 82, 4, &want.pig_octaves);
+    num("pigment.dlg", 83, 0.625, &want.pig_omega);
+    num("pigment.dlg", 84, 3, &want.pig_lambda);
+    num("pigment.dlg", 86, 2, &want.pig_frequency);
+    num("pigment.dlg", 88, 0.125, &want.pig_phase);
     type("pigment.dlg", 70, "wood.tga");
-    Dlg_Click("pigment.dlg", "TEXTBOX", 71);  // gif -> tga
-    Dlg_Click("pigment.dlg", "CHECK", 72);
-    type("pigment.dlg", 73, "1");
-    type("pigment.dlg", 74, "-4");
-    Dlg_Click("pigment.dlg", "CHECK", 75);
-    for (int id : {80, 85, 87}) Dlg_Click("pigment.dlg", "CHECK", id);
-    type("pigment.dlg", 81, "0.25");
-    type("pigment.dlg", 82, "4");
-    type("pigment.dlg", 83, "0.7");
-    type("pigment.dlg", 84, "3");
-    type("pigment.dlg", 86, "2");
-    type("pigment.dlg", 88, "0.125");
-    want.pattern = 2;
-    want.gradient_axis = 2;
-    want.mandel_iterations = 50;
-    want.agate_turb = 0.3f;
     strcpy(want.image_file, "wood.tga");
-    want.image_type = 1;
-    want.image_once = 1;
-    want.image_map_type = 1;
-    want.image_interpolate = -4;
-    want.image_write_interpolate = 1;
-    want.pig_modifiers = 7;
-    want.pig_turbulence = 0.25f;
-    want.pig_octaves = 4;
-    want.pig_omega = 0.7f;
-    want.pig_lambda = 3;
-    want.pig_frequency = 2;
-    want.pig_phase = 0.125f;
-    Dlg_Click("pigment.dlg", "BUTTON", 64);  // colour map: entry 1 off, entry 19 on
-    Dlg_Click("colormap.dlg", "CHECK", 101);
-    Dlg_Click("colormap.dlg", "CHECK", 119);
-    for (int k = 0; k < 5; k++) type("colormap.dlg", 139 + 20 * k, std::to_string(k + 1).c_str());
+    want.pigment_kind = 3, want.pattern = 2, want.gradient_axis = 2, want.image_type = 1;
+    want.image_once = want.image_write_interpolate = 1, want.pig_modifiers = 7;
+    click("pigment.dlg", {64}, "BUTTON");                  // colour map: entry 1 off, 19 on
+    click("colormap.dlg", {101, 119});
+    num("colormap.dlg", 139, 1, &want.map_position[19]);
+    for (int k = 0; k < 4; k++) num("colormap.dlg", 159 + 20 * k, k + 2, &want.map_color[19][k]);
     Dlg_Click("colormap.dlg", "GRAPH", 99, MOUSE_LEFT, 0);
-    type("ccolor.dlg", 20, "Clear");
+    type("ccolor.dlg", 20, "Clear");                      // Clear(1, 1, 1, 1)
     Dlg_Click("ccolor.dlg", "BUTTON", 1);
     Dlg_Click("colormap.dlg", "BUTTON", 1);
     want.map_used[0] = want.map_used[19] = 1;
-    want.map_position[19] = 1;
-    const float m19[4] = {2, 3, 4, 5}, clear[4] = {1, 1, 1, 1};
-    memcpy(want.map_color[19], m19, sizeof m19);
-    memcpy(want.map_color[0], clear, sizeof clear);
-    Dlg_Click("pigment.dlg", "BUTTON", 90);
-    type("trans.dlg", 2, "1");
-    type("trans.dlg", 6, "2");
-    type("trans.dlg", 10, "-90");  // rotations come into 0..360
-    Dlg_Click("trans.dlg", "BUTTON", 1);
-    SetDoubles(want.pig_translate, 1, 0, 0);
-    SetDoubles(want.pig_scale, 1, 2, 1);
-    SetDoubles(want.pig_rotate, 0, 0, 270);
+    for (float& v : want.map_color[0]) v = 1;
+    transform(90, "pigment.dlg", want.pig_translate, want.pig_scale, want.pig_rotate);
     Dlg_Click("pigment.dlg", "BUTTON", 1);
 
     // Normal: kind, the five amounts, the bump map, modifiers, transform.
-    Dlg_Click("maketext.dlg", "BUTTON", 5);
-    Dlg_Click("normal.dlg", "CHECK", 26);
-    for (int i = 0; i < 5; i++) type("normal.dlg", 31 + i, std::to_string(i + 1).c_str());
+    click("maketext.dlg", {5}, "BUTTON");
+    click("normal.dlg", {26, 72, 75, 76, 80, 85, 87});
+    click("normal.dlg", {71, 71}, "TEXTBOX");              // gif -> tga -> iff
+    float* amounts[5] = {&want.ripples, &want.waves, &want.bumps, &want.dents, &want.wrinkles};
+    for (int i = 0; i < 5; i++) num("normal.dlg", 31 + i, i + 1, amounts[i]);
+    num("normal.dlg", 73, 2, &want.bump_map_type);
+    num("normal.dlg", 74, 1, &want.bump_interpolate);
+    num("normal.dlg", 77, 3.5, &want.bump_size);
+    num("normal.dlg", 81, 0.5, &want.nor_turbulence);
+    num("normal.dlg", 82, 5, &want.nor_octaves);
+    num("normal.dlg", 83, 0.375, &want.nor_omega);
+    num("normal.dlg", 84, 2.5, &want.nor_lambda);
+    num("normal.dlg", 86, 3, &want.nor_frequency);
+    num("normal.dlg", 88, 0.75, &want.nor_phase);
     type("normal.dlg", 70, "bump.gif");
-    Dlg_Click("normal.dlg", "TEXTBOX", 71);  // gif -> tga -> iff
-    Dlg_Click("normal.dlg", "TEXTBOX", 71);
-    for (int id : {72, 75, 76, 80, 85, 87}) Dlg_Click("normal.dlg", "CHECK", id);
-    type("normal.dlg", 73, "2");
-    type("normal.dlg", 74, "1");
-    type("normal.dlg", 77, "3.5");
-    type("normal.dlg", 81, "0.5");
-    type("normal.dlg", 82, "5");
-    type("normal.dlg", 83, "0.4");
-    type("normal.dlg", 84, "2.5");
-    type("normal.dlg", 86, "3");
-    type("normal.dlg", 88, "0.75");
-    Dlg_Click("normal.dlg", "BUTTON", 90);
-    type("trans.dlg", 4, "-2");
-    Dlg_Click("trans.dlg", "BUTTON", 1);
-    Dlg_Click("normal.dlg", "BUTTON", 1);
-    want.normal_kind = 6;
-    want.ripples = 1, want.waves = 2, want.bumps = 3, want.dents = 4, want.wrinkles = 5;
     strcpy(want.bump_file, "bump.gif");
-    want.bump_type = 2;
+    want.normal_kind = 6, want.bump_type = 2, want.nor_modifiers = 7;
     want.bump_once = want.bump_write_interpolate = want.bump_use_index = 1;
-    want.bump_map_type = 2;
-    want.bump_interpolate = 1;
-    want.bump_size = 3.5f;
-    want.nor_modifiers = 7;
-    want.nor_turbulence = 0.5f;
-    want.nor_octaves = 5;
-    want.nor_omega = 0.4f;
-    want.nor_lambda = 2.5f;
-    want.nor_frequency = 3;
-    want.nor_phase = 0.75f;
-    SetDoubles(want.nor_translate, 0, 0, -2);
+    transform(90, "normal.dlg", want.nor_translate, want.nor_scale, want.nor_rotate);
+    Dlg_Click("normal.dlg", "BUTTON", 1);
 
-    // Finish: every item on, every value typed.
-    Dlg_Click("maketext.dlg", "BUTTON", 6);
-    for (int b = 0; b < 9; b++) Dlg_Click("finish.dlg", "CHECK", 20 + b);
+    // Finish: every item on, every value typed; then the texture's transform.
+    click("maketext.dlg", {6}, "BUTTON");
+    click("finish.dlg", {20, 21, 22, 23, 24, 25, 26, 27, 28});
     float* finish[11] = {&want.diffuse,    &want.brilliance, &want.crand,      &want.ambient,
                          &want.reflection, &want.phong,      &want.phong_size, &want.specular,
                          &want.roughness,  &want.refraction, &want.ior};
-    for (int i = 0; i < 11; i++) {
-        type("finish.dlg", 30 + i, std::to_string(i + 11).c_str());
-        *finish[i] = (float)(i + 11);
-    }
+    for (int i = 0; i < 11; i++) num("finish.dlg", 30 + i, i + 11, finish[i]);
     Dlg_Click("finish.dlg", "BUTTON", 1);
     want.finish_bits = 0x1ff;
-
-    // The texture's own transform, then OK saves.
-    Dlg_Click("maketext.dlg", "BUTTON", 7);
-    type("trans.dlg", 3, "7");
-    type("trans.dlg", 7, "0.5");
-    type("trans.dlg", 8, "45");
-    Dlg_Click("trans.dlg", "BUTTON", 1);
-    SetDoubles(want.tex_translate, 0, 7, 0);
-    SetDoubles(want.tex_scale, 1, 1, 0.5);
-    SetDoubles(want.tex_rotate, 45, 0, 0);
+    transform(7, "maketext.dlg", want.tex_translate, want.tex_scale, want.tex_rotate);
     Dlg_Click("maketext.dlg", "BUTTON", 1);
     int saved = -1;
     ASSERT_TRUE(Headless_RunSession([&] { saved = Texture_Edit(nullptr, 1); }));
