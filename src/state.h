@@ -42,6 +42,7 @@ struct State {
     MenuState menus;     // pull-down menu bar, side menu, command names
     BrowserState browser; // file browser: directory, name field, save-as flag
     DialogClip dialogClip; // where the dialog being drawn may draw
+    long dialogCloses = 0;   // dialogs closed so far: one opened over another took its release
     CmdState cmd;        // command layer
 };
 

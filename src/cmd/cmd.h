@@ -87,6 +87,7 @@ int Com_Variables();   // 502
 int Com_Options();     // 802: ray-tracer options, display and palette pickers
 int Com_Dirs();        // 803: directories, names, output type
 int Com_Fog();         // 804: fog, background, trace limits
+int Com_Textures();    // 503: the texture chooser, with its editor
 
 // --- render and shade (cmd_render.cpp, cmd_shade.cpp) ---
 // RENDER: 1 the ray tracer was started; 2 stopped by a failure or by No;

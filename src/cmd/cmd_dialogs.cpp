@@ -1,6 +1,7 @@
 // cmd_dialogs.cpp - the settings dialogs: about box, viewport layouts,
 // drawing aids, ray-tracer options (with the display and palette pickers),
-// fog and trace limits, directories and names.
+// fog and trace limits (with the colour picker), directories and names;
+// and the texture chooser with its editor.
 //
 // Every settings dialog edits private copies through a form table and
 // writes them back only on its OK button (id 1); the Cancel button (id 0)
@@ -18,6 +19,7 @@
 #include "state.h"
 #include "ui/dialog.h"
 #include "ui/form.h"
+#include "ui/texture_dialogs.h"
 #include "view/view_commands.h"
 #include "view/viewport.h"
 
@@ -39,6 +41,14 @@ int Com_About() {
     do Dialog_Run(&d, &r);
     while (r.id != 1 && r.id != -1);
     Dialog_Close(&d);
+    return 1;
+}
+
+// --- textures ---------------------------------------------------------------------
+
+int Com_Textures() {
+    g.input.InputResult.code = 0;
+    Texture_Choose(1);
     return 1;
 }
 
@@ -278,6 +288,8 @@ void ColourRule(void* v) {
     if (*d > 1) *d = 1;
 }
 void BoundingRule(void* v) { Limit(static_cast<int*>(v), 32767); }
+
+enum { ID_PICK_FOG = 20, ID_PICK_BACKGROUND = 21 };
 void SymbolsRule(void* v) {
     int* n = static_cast<int*>(v);
     Form_AbsInt(n);
@@ -310,7 +322,20 @@ int Com_Fog() {
         {18, FORM_INT, &rs.Max_Symbols, "%d", SymbolsRule, 0},
         {19, FORM_INT, &rs.Buffer_Size, "%d", Form_AbsInt, 0},
     };
-    if (Form_Run(&d, fields, (int)(sizeof fields / sizeof fields[0]))) {
+    auto pick = [&](int id) {
+        if (id != ID_PICK_FOG && id != ID_PICK_BACKGROUND) return;
+        Point3& colour = id == ID_PICK_FOG ? p.Fog_Color : p.Background_Color;
+        float rgbf[4] = {(float)colour.x, (float)colour.y, (float)colour.z, 0};
+        const int picked = Colour_Pick(rgbf);
+        if (!picked) return;
+        double* parts[3] = {&colour.x, &colour.y, &colour.z};
+        for (int k = 0; k < 3; k++) {
+            *parts[k] = rgbf[k];
+            ColourRule(parts[k]);
+        }
+        Form_Show(&d, fields, (int)(sizeof fields / sizeof fields[0]));
+    };
+    if (Form_Run(&d, fields, (int)(sizeof fields / sizeof fields[0]), pick)) {
         g.pov = p;
         g.render = rs;
     }

@@ -18,6 +18,7 @@
 #include "model/selection.h"
 #include "model/xform.h"
 #include "state.h"
+#include "ui/texture_dialogs.h"
 
 namespace {
 
@@ -96,13 +97,6 @@ Asked AskFlag(const char* format, int* value) {
     if (!Ask_Any(prompt, nullptr, 1, ASK_NO_POINT, &a)) return ASKED_REPLACED;
     if (a.kind == -3) *value = a.number != 0;
     return ASKED_OK;
-}
-
-// The texture ASSIGN gives: the current texture name, until the texture
-// chooser is there to pick one. nullptr when there is none.
-const char* ChooseTexture() {
-    const char* name = g.writer.textures.Current_Texture_Name;
-    return name[0] ? name : nullptr;
 }
 
 // Selection first: 1 there is one; otherwise the command's return value.
@@ -315,7 +309,7 @@ int Com_Assign() {   // 308
     const Point3 zero{0, 0, 0};
     switch (a.kind) {
         case 1: {
-            const char* name = ChooseTexture();
+            const char* name = Texture_ChooseName();
             if (!name) {
                 Msg_Printf("\nASSIGN> No texture chosen: nothing changed");
                 return 1;

@@ -16,6 +16,7 @@
 #include "state.h"
 #include "ui/dialog.h"
 #include "ui/form.h"
+#include "ui/texture_dialogs.h"
 #include "view/view_commands.h"
 #include "view/view_draw.h"
 
@@ -129,9 +130,8 @@ int React(Dialog* d, int id, int value, int* offset) {
             c->color = n;
             return 1;
         }
-        case ID_TEXTURE:
-            // Until the texture library has its picker, the name is typed.
-            if (Dialog_EditText(d, ID_TEXTURE)) CopyCut(c->texture, sizeof c->texture, d->editBuffer);
+        case ID_TEXTURE:   // OK with an empty name takes the layer's texture away
+            if (const char* name = Texture_ChooseName()) CopyCut(c->texture, sizeof c->texture, name);
             return 0;
         case ID_TRANSFORM: return Layer_EditTransform(c);
         case ID_TEXTURE_TRANSFORM: Layer_EditTextureTransform(c); return 0;

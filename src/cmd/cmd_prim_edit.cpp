@@ -30,6 +30,7 @@
 #include "input/settings.h"
 #include "model/selection.h"
 #include "state.h"
+#include "ui/texture_dialogs.h"
 #include "ui/dialog.h"
 #include "ui/form.h"
 #include "ui/menu.h"
@@ -224,14 +225,6 @@ struct GeneralProps {
     int segments;
 };
 
-// The texture the chooser gives. Until the texture chooser exists this is
-// the texture last chosen or saved in the library, as ASSIGN takes it;
-// nullptr when there is none.
-const char* ChooseTexture() {
-    const char* name = g.writer.textures.Current_Texture_Name;
-    return name[0] ? name : nullptr;
-}
-
 void ShowSegments(Dialog* d, int n) {
     char text[16];
     snprintf(text, sizeof text, "%d", n);
@@ -247,7 +240,7 @@ void GeneralExtra(Dialog* d, int id, void* data) {
         }
         ShowSegments(d, c->segments);
     } else if (id == ID_CHOOSE) {
-        if (const char* name = ChooseTexture()) {
+        if (const char* name = Texture_ChooseName()) {
             CopyCut(c->texture, sizeof c->texture, name);
             Dialog_SetText(d, ID_TEXTURE, c->texture);
         } else {

@@ -92,6 +92,7 @@ const CommandEntry kCommands[] = {
     {CMD_UNPICK_OBJECT, Com_UnpickObject, 0},
     {CMD_WINDOW_SELECT, Com_WindowSelect, 0},
     {CMD_WINDOW_DESELECT, Com_WindowDeselect, 0},
+    {CMD_TEXTURE_DIALOG, Com_Textures, 0},
 
     {CMD_REDRAW, Com_Redraw, 1},
     {CMD_ZOOM_IN, Com_ZoomIn, 1},

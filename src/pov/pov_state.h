@@ -4,6 +4,7 @@
 
 #include <cstdio>
 
+#include "pov/texture_state.h"
 #include "scene/point3.h"
 
 // Scene-file writer options (fog dialog, camera dialog, directories dialog).
@@ -51,10 +52,6 @@ struct RenderSettings {
     int Spare_Int12 = 0;                  // kept only so a load/save keeps it
     int Spare_Int32 = 1;                  // likewise
     double Spare_Double34 = 0.0;          // likewise
-};
-
-struct TextureState {
-    char Current_Texture_Name[21] = "";   // texture last chosen or saved
 };
 
 // How the vertex normals of a list were found.

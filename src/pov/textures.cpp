@@ -1,9 +1,11 @@
 // textures.cpp - the texture library file and the texture declaration writer.
 //
 // Records are read and written whole (960 bytes). A file whose length is not
-// a multiple of 960 has a damaged last record: readers ignore it. A save or a
-// delete writes the whole library anew and renames it over the old one, so
-// the library is never left half written.
+// a multiple of 960 has a damaged last record: readers ignore it, and the
+// next save or delete moves its bytes to "textures.bad" beside the library
+// rather than dropping them. A save or a delete writes the whole library
+// anew and renames it over the old one, so the library is never left half
+// written; records with a damaged name are kept as they are.
 #include "pov/textures.h"
 
 #include <strings.h>
@@ -19,6 +21,7 @@
 
 namespace {
 
+const long kRecordSize = (long)sizeof(TextureRecord);
 
 void LibraryPath(char* out, size_t size, const char* file) {
     snprintf(out, size, "%s/%s", g.config.WORK_DIR, file);
@@ -38,6 +41,15 @@ void FieldName(char out[21], const char* field) {
     size_t n = strnlen(field, 20);
     memcpy(out, field, n);
     out[n] = '\0';
+}
+
+// The size of an open file; its position is kept.
+long FileSize(FILE* f) {
+    long at = ftell(f);
+    if (at < 0 || fseek(f, 0, SEEK_END) != 0) return 0;
+    long size = ftell(f);
+    fseek(f, at, SEEK_SET);
+    return size < 0 ? 0 : size;
 }
 
 int ReadRecord(FILE* f, TextureRecord* rec) {
@@ -200,6 +212,27 @@ int TextureInUse(const char* name) {
     return 0;
 }
 
+// After the last whole record has been read: bytes left over are a torn
+// record, which the rewritten library cannot hold; they are added to
+// "textures.bad" so that nothing of the old file is thrown away.
+void KeepTornTail(FILE* in) {
+    char tail[sizeof(TextureRecord)];
+    const long size = FileSize(in);
+    const long torn = size % kRecordSize;
+    if (torn == 0 || fseek(in, size - torn, SEEK_SET) != 0) return;
+    size_t n = fread(tail, 1, (size_t)torn, in);
+    if (n == 0) return;
+    char path[160];
+    LibraryPath(path, sizeof path, "textures.bad");
+    FILE* bad = fopen(path, "ab");
+    if (bad && fwrite(tail, 1, n, bad) == n && fclose(bad) == 0) {
+        Msg_Printf("\ntextures.wrk: %zu bytes of a torn last record moved to textures.bad", n);
+    } else {
+        if (bad) fclose(bad);
+        Msg_Printf("\ntextures.wrk: %zu bytes of a torn last record dropped (textures.bad not writable)", n);
+    }
+}
+
 // Writes the library anew through "work.tmp": every record except those
 // named `name`; with `replacement` the first of those is replaced by it (or
 // it is appended when there is none). Only a whole new library, flushed to
@@ -229,7 +262,10 @@ int RewriteLibrary(const char* name, const TextureRecord* replacement) {
             placed = 1;
         }
     }
-    if (in) fclose(in);
+    if (in) {
+        KeepTornTail(in);
+        fclose(in);
+    }
     if (replacement && !placed) fwrite(replacement, sizeof *replacement, 1, out.f);
     if (!SafeFile_Commit(&out, 1)) {   // the old library stays as it was
         Msg_Printf("\nError: Writing <%s> failed (disk full?), the library is unchanged", lib);
@@ -239,6 +275,31 @@ int RewriteLibrary(const char* name, const TextureRecord* replacement) {
 }
 
 }  // namespace
+
+int Texture_NameUsable(const char* field) {
+    size_t n = strnlen(field, 20);
+    if (n == 0) return 0;
+    for (size_t i = 0; i < n; i++)
+        if ((unsigned char)field[i] < 0x21 || (unsigned char)field[i] > 0x7e) return 0;
+    return 1;
+}
+
+int Texture_ListNames(std::vector<std::string>* names, LibraryReport* report) {
+    FILE* f = OpenLibrary(1);
+    if (!f) return 0;
+    TextureRecord rec;
+    while (ReadRecord(f, &rec)) {
+        report->records++;
+        if (Texture_NameUsable(rec.name)) {
+            names->push_back(std::string(rec.name, strnlen(rec.name, 20)));
+        } else if (report->badNames++ == 0) {
+            report->firstBadName = report->records;
+        }
+    }
+    report->tailBytes = FileSize(f) % kRecordSize;
+    fclose(f);
+    return 1;
+}
 
 int Texture_SameName(const char* a, const char* b) {
     size_t la = strnlen(a, 20), lb = strnlen(b, 20);

@@ -284,6 +284,7 @@ void Dialog_Init(Dialog* d) {
     d->mouseY = g.input.lastMouse[1] < 0 ? g.screen.height / 2 : g.input.lastMouse[1];
     d->buttons = d->previousButtons = 0;
     d->clicked = 0;
+    d->closesSeen = g.dialogCloses;
     d->pointerX = d->mouseX;
     d->pointerY = d->mouseY;
     d->pointerShown = 0;

@@ -133,6 +133,10 @@ Dialog::~Dialog() {
 
 int Dialog_Run(Dialog* d, DialogResult* r) {
     DlgDraw_ClipTo(d);
+    // A dialog opened over this one since its last run took the release of
+    // the click that opened it (closing waits for every button to be up):
+    // the button this one saw go down is up, or its next click is lost.
+    if (d->closesSeen != g.dialogCloses) d->buttons = d->previousButtons = 0;
     SetResult(r, -1, nullptr, 0);
     ShowPointer(d);
     const int cw = Dialog_CellWidth();
@@ -152,6 +156,7 @@ int Dialog_Run(Dialog* d, DialogResult* r) {
         }
     }
     HidePointer(d);
+    d->closesSeen = g.dialogCloses;
     return 1;
 }
 
@@ -273,6 +278,7 @@ void Dialog_Close(Dialog* d) {
         X11_ReadMouse(&x, &y, &d->buttons);
     }
     d->previousButtons = 0;
+    g.dialogCloses++;
     // The prompt's cursor is drawn again from this position.
     g.input.lastMouse[0] = d->mouseX;
     g.input.lastMouse[1] = d->mouseY;

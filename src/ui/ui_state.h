@@ -126,6 +126,7 @@ struct Dialog {
     int clicked = 0;
     int pointerX = 0, pointerY = 0;   // where its pointer is drawn
     int pointerShown = 0;
+    long closesSeen = 0;         // dialogs closed before this one's last run
     std::vector<DlgButton> buttonList;
     std::vector<DlgCheck> checks;
     std::vector<DlgInput> inputs;

@@ -2,12 +2,13 @@
 // screen up +z): one selected triangle, the command typed with its
 // answers, the prompts printed and the triangles left, worked out by hand.
 #include "input/session.h"
+#include "ui/dialog_support.h"
 
 namespace {
 
 using Tri = std::vector<Point3>;   // three corners
 
-class EditTest : public SessionTest {
+class EditTest : public LibrarySessionTest {
   protected:
     // The triangles of the current layer, newest first.
     std::vector<Tri> Triangles() {
@@ -108,8 +109,8 @@ TEST_F(EditTest, CommandsOnOneTriangle) {
     }
 }
 
-// ASSIGN (the current texture name until the chooser is there; lights keep
-// none) and the change of layer, which keeps the data, texture and flags.
+// ASSIGN (the texture chosen in the chooser; Cancel changes nothing; lights
+// keep none) and the change of layer, which keeps the data, texture and flags.
 TEST_F(EditTest, AssignAndChangeOfLayer) {
     g.aids.Auto_Deselect = 0;
     Layer* from = g.scene.Current_Layer;
@@ -119,9 +120,14 @@ TEST_F(EditTest, AssignAndChangeOfLayer) {
     Object* light = Add_Light(&l);
     for (Object* o : {tri, light}) Object_SetSelected(o, 1, from);
     Headless_PushText("ASSIGN\nT\n");
+    Dlg_Type("texture.dlg", 20, "jade\n");
+    Dlg_Click("texture.dlg", "BUTTON", 0);
     EXPECT_FALSE(RunLoop());
-    strcpy(g.writer.textures.Current_Texture_Name, "Jade");
-    Headless_PushText("ASSIGN\nT\nASSIGN\nN\n1\nASSIGN\nS\n7\nASSIGN\nS\n\n");
+    EXPECT_STREQ(tri->texture, "");
+    Headless_PushText("ASSIGN\nT\n");
+    Dlg_Type("texture.dlg", 20, "jade\n");
+    Dlg_Click("texture.dlg", "BUTTON", 1);
+    Headless_PushText("ASSIGN\nN\n1\nASSIGN\nS\n7\nASSIGN\nS\n\n");
     EXPECT_FALSE(RunLoop());
     EXPECT_NE(Headless_Transcript().find("\nASSIGN> No texture chosen: nothing changed"), std::string::npos);
     EXPECT_NE(Headless_Transcript().find("\nASSIGN> Set Smooth_Triangle value for the selected objects "

@@ -11,7 +11,7 @@
 
 namespace {
 
-class PrimEditTest : public SessionTest {
+class PrimEditTest : public LibrarySessionTest {
   protected:
     Object* Add(int type, const std::function<void(PrimitiveData&)>& set = nullptr) {
         PrimitiveData p = Primitive_Default();
@@ -132,7 +132,8 @@ TEST_F(PrimEditTest, TransformAndGeneralFromTheMenu) {
     Headless_PushText("G\n");
     Dlg_Click("general.dlg", "CHECK", 2);
     Dlg_Type("general.dlg", 3, "-7.9\n");   // absolute, truncated
-    Dlg_Click("general.dlg", "TEXTBOX", 5);   // no texture to choose: the name stays
+    Dlg_Click("general.dlg", "TEXTBOX", 5);   // chooser cancelled: the name stays
+    Dlg_Click("texture.dlg", "BUTTON", 0);
     Dlg_Click("general.dlg", "BUTTON", 1);
     Headless_PushText("G\n");
     Dlg_Type("general.dlg", 3, "1\n");   // raised to 2
@@ -151,9 +152,10 @@ TEST_F(PrimEditTest, TransformAndGeneralFromTheMenu) {
 
     // The texture the chooser gives goes into the object; a segment count
     // below 2 is raised.
-    snprintf(g.writer.textures.Current_Texture_Name, 21, "Jade");
     Headless_PushText("G\n");
     Dlg_Click("general.dlg", "TEXTBOX", 5);
+    Dlg_Type("texture.dlg", 20, "jade\n");
+    Dlg_Click("texture.dlg", "BUTTON", 1);
     Dlg_Type("general.dlg", 3, "1\n");
     Dlg_Click("general.dlg", "CHECK", 6);
     Dlg_Click("general.dlg", "BUTTON", 1);

@@ -3,31 +3,13 @@
 // into a subdirectory chosen in the browser; the program is left and
 // started again, the scene opened, another merged, a DXF written by ezdxf
 // and a RAW file imported, and the whole saved. The files are checked.
-#include "e2e/program_fixture.h"
 #include <set>
 
-#include "ui/dialog_support.h"
+#include "e2e/program_fixture.h"
 
 namespace {
 
-class FileDialogs : public ProgramTest {
-  protected:
-    // A click on an element of a support dialog, at 640 x 480 (80 x 32 cells of 8 x 15).
-    static std::string Click(const char* file, const char* kind, int id) {
-        DlgSpot s = Dlg_Find(Dlg_Support(file), kind, id, 80, 32);
-        EXPECT_TRUE(s.found) << file << " " << kind << " " << id;
-        return " xdotool search --name 'Quillmoor Sculptor' mousemove --window %1 " + std::to_string(s.col * 8 + 4) +
-               " " + std::to_string(s.row * 15 + 7) + " click 1; sleep 0.4;";
-    }
-    static std::string Type(const std::string& text) {
-        return " xdotool type --delay 30 '" + text + "'; xdotool key Return; sleep 0.4;";
-    }
-    // Runs `steps` once `when` has appeared in the program's output.
-    void Act(const std::string& when, const std::string& steps) {
-        opt.actions.push_back({when, "DISPLAY=@DISPLAY@ sh -c \"xdotool search --sync --name 'Quillmoor Sculptor'"
-                                     " windowfocus --sync >/dev/null 2>&1; sleep 0.3;" + steps + "\""});
-    }
-};
+using FileDialogs = ProgramTest;
 
 TEST_F(FileDialogs, SaveAsQuitOpenMergeAndImport) {
     WriteFile(root.file("cwd/qmr.ini"), Config());

@@ -93,7 +93,8 @@ TEST_F(PrimsSession, CreateExportAndRender) {
     Act("Command: ", Type("CAMERA"));
     Act("CAMERA> Camera point: ", Type("5,4,-12"));
     Act("CAMERA> Look_At point: ", Type("0,1,0"));
-    Act("Command: ", Type("LAYERS") + Dlg("layers.dlg", "TEXTBOX", 7) + Type("Jade") +
+    Act("Command: ", Type("LAYERS") + Dlg("layers.dlg", "TEXTBOX", 7) +
+                         Dlg("texture.dlg", "TEXTBOX", 20) + Type("Jade") + Dlg("texture.dlg", "BUTTON", 1) +
                          Dlg("layers.dlg", "BUTTON", 1) + " sleep 0.5;" + Type("CAMSET") +
                          Dlg("camera.dlg", "CHECK", 11) + Dlg("camera.dlg", "BUTTON", 1) + " sleep 0.5;" +
                          Type("EXPORTPOV"));

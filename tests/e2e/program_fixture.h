@@ -6,6 +6,7 @@
 
 #include "e2e/process.h"
 #include "test_support.h"
+#include "ui/dialog_support.h"
 
 const char kBanner[] = "\"Quillmoor Sculptor\" version 2.10-X11-pl2, Jan  8 1996\n\n";
 
@@ -70,6 +71,22 @@ class ProgramTest : public QmrTest {
         }
         flush();
         opt.actions.push_back({when, "DISPLAY=@DISPLAY@ sh -c \"" + cmd + "\""});
+    }
+
+    // A click on an element of a support dialog, at 640 x 480 (80 x 32 cells of 8 x 15).
+    static std::string Click(const char* file, const char* kind, int id) {
+        DlgSpot s = Dlg_Find(Dlg_Support(file), kind, id, 80, 32);
+        EXPECT_TRUE(s.found) << file << " " << kind << " " << id;
+        return " xdotool search --name 'Quillmoor Sculptor' mousemove --window %1 " + std::to_string(s.col * 8 + 4) +
+               " " + std::to_string(s.row * 15 + 7) + " click 1; sleep 0.4;";
+    }
+    static std::string Type(const std::string& text) {
+        return " xdotool type --delay 30 '" + text + "'; xdotool key Return; sleep 0.4;";
+    }
+    // Runs `steps` once `when` has appeared in the program's output.
+    void Act(const std::string& when, const std::string& steps) {
+        opt.actions.push_back({when, "DISPLAY=@DISPLAY@ sh -c \"xdotool search --sync --name 'Quillmoor Sculptor'"
+                                     " windowfocus --sync >/dev/null 2>&1; sleep 0.3;" + steps + "\""});
     }
 
     TempDir root;

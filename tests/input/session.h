@@ -4,9 +4,11 @@
 // they were given.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
+#include "e2e/process.h"
 #include "headless_session.h"
 #include "view/view_commands.h"
 
@@ -122,4 +124,22 @@ class SessionTest : public HeadlessTest {
         for (size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) n++;
         return n;
     }
+};
+
+// A session whose work directory (the texture library's home) and current
+// directory (where the chooser writes its list) are a fresh temporary one.
+class LibrarySessionTest : public SessionTest {
+  protected:
+    void SetUp() override {
+        SessionTest::SetUp();
+        snprintf(g.config.WORK_DIR, sizeof g.config.WORK_DIR, "%s", work.path().c_str());
+        old_cwd = std::filesystem::current_path();
+        std::filesystem::current_path(work.path());
+    }
+    void TearDown() override {
+        std::filesystem::current_path(old_cwd);
+        SessionTest::TearDown();
+    }
+    TempDir work;
+    std::filesystem::path old_cwd;
 };
