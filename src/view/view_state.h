@@ -157,6 +157,7 @@ struct ViewState {
     int user_interrupt = 0;         // the user asked to stop drawing (Scene_DrawObjects)
     int marker_pending = 0;         // a last-point cross is drawn after the objects
     Point3 marker_point{0, 0, 0};   // world point of that cross
+    int marker_color = 14;          // its colour (the caller's: an edit machine's vertex)
     ZoomNode* zoom_first[5] = {};   // zoom stack of each slot 1..4: oldest node ...
     ZoomNode* zoom_last[5] = {};    // ... and newest node
     int drag_active = 0;            // an interactive drag is running
