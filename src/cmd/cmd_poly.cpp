@@ -3,14 +3,17 @@
 //
 // POLYLINE builds a working record point by point (drawn as it grows, in
 // the current layer's colour) and adds a copy to the scene when it is
-// closed or when another command arrives; the working record is freed on
-// every way out. The object is drawn over the working drawing in the same
+// closed or when another command arrives (Enter and Space, which repeat
+// POLYLINE, included); Ctrl-C cancels: the working polyline is wiped off
+// the screen and nothing is added. The working record is freed on every
+// way out. The object is drawn over the working drawing in the same
 // colour, so that drawing is not erased first. CIRCLE and ARC lay their
 // points in the plane of the current view (Poly_ToView).
 #include <cmath>
 
 #include "base/message.h"
 #include "cmd/cmd.h"
+#include "cmd/codes.h"
 #include "cmd/poly_support.h"
 #include "input/input.h"
 #include "model/geometry.h"
@@ -115,7 +118,8 @@ int Com_Polyline() {   // 201
             AskAnswer a;
             if (!Ask_Any(close ? "\nPOLYLINE> <Undo,Close> to: " : "\nPOLYLINE> <Undo> to: ", close ? "U,C" : "U", 0,
                          ASK_ENTER_REPEATS, &a)) {
-                if (work.count >= 2) AddAndShow(&work);
+                if (g.input.InputResult.code == CMD_CANCEL) PolyCmd_DrawRecord(&work, g.config.colors.view_bkcolor);
+                else if (work.count >= 2) AddAndShow(&work);
                 FreeWork(&work);
                 return 0;
             }
