@@ -11,6 +11,28 @@
 
 #include "input/session.h"
 
+// Queues typed text, where "{x,z}" is a click at the world point (x, 0, z)
+// of the active viewport.
+inline void PlayScript(const std::string& script) {
+    std::string text;
+    for (size_t i = 0; i < script.size(); i++) {
+        if (script[i] != '{') {
+            text += script[i];
+            continue;
+        }
+        if (!text.empty()) Headless_PushText(text.c_str());
+        text.clear();
+        char* end;
+        const double x = strtod(script.c_str() + i + 1, &end);
+        const double z = strtod(end + 1, &end);
+        Viewport& vp = g.view.Active_Viewport;
+        View_Project(&vp, {x, 0, z});
+        Headless_PushClick((int)vp.screen_x, (int)vp.screen_y);
+        i = end - script.c_str();   // at the '}'
+    }
+    if (!text.empty()) Headless_PushText(text.c_str());
+}
+
 class PolySessionTest : public SessionTest {
   protected:
     void SetUp() override {
@@ -18,26 +40,7 @@ class PolySessionTest : public SessionTest {
         g.cmd.extraCommands.clear();   // the real POLYLINE and CIRCLE, not the stand-ins
     }
 
-    // Typed text, where "{x,z}" is a click at the world point (x, 0, z).
-    void Play(const std::string& script) {
-        std::string text;
-        for (size_t i = 0; i < script.size(); i++) {
-            if (script[i] != '{') {
-                text += script[i];
-                continue;
-            }
-            if (!text.empty()) Headless_PushText(text.c_str());
-            text.clear();
-            char* end;
-            const double x = strtod(script.c_str() + i + 1, &end);
-            const double z = strtod(end + 1, &end);
-            int px, py;
-            PixelOf({x, 0, z}, &px, &py);
-            Headless_PushClick(px, py);
-            i = end - script.c_str();   // at the '}'
-        }
-        if (!text.empty()) Headless_PushText(text.c_str());
-    }
+    void Play(const std::string& script) { PlayScript(script); }
 
     // Plays the script through the command loop until the input runs out;
     // returns what was printed.
