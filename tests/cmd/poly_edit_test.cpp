@@ -110,12 +110,13 @@ TEST_F(PolyEditTest, SweepEdit) {
              "\nPoint <1,5,1>: " + SE + SE + "\nPoint <0,0,0>: " + SE + SE + SE + SE + "\nPoint <2,0,0>: " + SE +
              "\nCommand: ",
          "f2 c0 s8 m16 n16 a0 p1 1,1,1 p2 0,4,0 : 5,0,0 6,0,0\n"},
-        {"NS\n0\nMS\n4\nR\n-3\nD\nBP\nN\nBP\n\n",
-         "\nSet N segments <16>: " + SE + "\nSet M segments <16>: " + SE + "\nSet New Resolution/Segments <8>: " + SE +
+        {"C\nO\nS\nF\nNS\n0\nMS\n4\nR\n-3\nD\nBP\nN\nBP\n\n",
+         "\npolyline Closed" + SE + "\npolyline Opened" + SE + "\nB-Spline = ON" + SE + "\nFrame = ON" + SE +
+             "\nSet N segments <16>: " + SE + "\nSet M segments <16>: " + SE + "\nSet New Resolution/Segments <8>: " + SE +
              "Sorry...Can't Delete point with only 2 votrex's" + SE +
              "\nChange SWEEP back to Polyline? <Y,N> (Y): " + SE + "\nChange SWEEP back to Polyline? <Y,N> (Y): " +
              "\nCommand: ",
-         "f1 c0 s1 m1 n4 a0 p1 1,5,1 p2 0,3,0 : 0,0,0 2,0,0\n"},
+         "f1 c6 s1 m1 n4 a0 p1 1,5,1 p2 0,3,0 : 0,0,0 2,0,0\n"},
     });
     // A cone sweep has no param2: back from 0 is param1, then the last point.
     RunRows(sweep(FORM_CONE_SWEEP), 1, 0, SE, {
@@ -170,6 +171,11 @@ TEST_F(PolyEditTest, MeshEdit) {
              ME + "\nNumber of Selected Points: 1" + ME + "\nWindow> Upper/Left corner <Cancel>: *Cancle*" + ME +
              "\nNumber of Selected Points: 0" + ME + "\nNo Points selected...use keyword \"W\"" + ME + "\nCommand: ",
          "f5 c0 s8 m2 n2 a0 p1 0,0,0 p2 0,0,0 :" + grid},
+        // R turns the point (2, 0, 0) a quarter about the origin, screen right towards up.
+        {"P\n2,0,0\nR\n0,0,0\n0,0,1\nE\n",
+         "\nSelect Point: \nNumber of Selected Points: 1" + ME + "\nSet BASE Point: \nSet offset Point: " + ME +
+             "\nCommand: ",
+         "f5 c0 s8 m2 n2 a0 p1 0,0,0 p2 0,0,0 : 0,0,0 1,0,0 0,0,2 0,0,1 1,0,1 2,0,1 0,0,2 1,0,2 2,0,2\n"},
         // C samples the grid again: 5 rows (z = 0, 0.5 .. 2) of 2 columns (x = 0, 2).
         {"C\n4\n1\nE\n", "\nSet N Number <2>: \nSet M Number <2>: " + ME + "\nCommand: ",
          "f5 c0 s8 m4 n1 a0 p1 0,0,0 p2 0,0,0 : 0,0,0 2,0,0 0,0,0.5 2,0,0.5 0,0,1 2,0,1 0,0,1.5 2,0,1.5 0,0,2 2,0,2\n"},

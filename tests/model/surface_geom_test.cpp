@@ -114,6 +114,25 @@ TEST_F(SurfaceGeom, ExtrusionQuadsAndScreenEdges) {
     for (const auto& s : e) EXPECT_EQ(SegmentCount(Rec().segments, s[0], s[1]), 1) << Str(s[0]) << Str(s[1]);
 }
 
+// A B-spline profile is swept through the points it is drawn with:
+// `segments` steps per span (evenly spaced points on a line: x = k + t).
+TEST_F(SurfaceGeom, SweepsFollowTheDrawnSpline) {
+    UseFacets();
+    PolylineData p = Poly(FORM_EXTRUSION, {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}});
+    p.poly_flags = POLY_BSPLINE;
+    p.segments = 2;
+    p.param2 = {0, 0, 1};
+    Poly_DrawExtrusion(&p);
+    ASSERT_EQ(Rec().facets.size(), 6u);   // 3 spans of 2 steps
+    for (int k = 0; k < 6; k++) EXPECT_CORNERS(Rec().facets[k], {0.5 * k, 0, 0}, {0.5 * (k + 1), 0, 0});
+    Rec() = Recording{};
+    p.form = FORM_CONE_SWEEP;
+    p.param1 = {0, 5, 0};
+    Poly_DrawConeSweep(&p);
+    ASSERT_EQ(Rec().facets.size(), 6u);
+    EXPECT_CORNERS(Rec().facets[3], {1.5, 0, 0}, {2, 0, 0}, {0, 5, 0});
+}
+
 TEST_F(SurfaceGeom, ConeSweepTriangles) {
     UseFacets();
     PolylineData p = Poly(FORM_CONE_SWEEP, {{1, 0, 0}, {0, 1, 0}, {-1, 0, 0}});
