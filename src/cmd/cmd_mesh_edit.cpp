@@ -34,11 +34,13 @@
 #include "model/xform.h"
 #include "scene/mem.h"
 #include "state.h"
+#include "ui/menu.h"
 #include "view/viewport.h"
 
 namespace {
 
 const int MASK_MAIN = 16;      // keywords and points; Enter repeats (ignored)
+const int SIDE_MESH_EDIT = 1032;   // side menu of the keywords
 const int MASK_VALUE = 1;
 const int MARK_HALF = 2;       // half-size of a selected point's square in pixels
 const double PICK_REACH = 6;   // pixels from a point that P still takes it
@@ -352,6 +354,8 @@ int RunMesh(Object* obj, Layer* layer, const char* keywords, const char* prompt,
         return 1;
     }
     memset(e.marks, 0, (size_t)count);
+    const int menu = g.menus.side.shown;
+    SideMenu_Show(SIDE_MESH_EDIT);
     int result = -1;
     while (result < 0) {
         AskAnswer a;
@@ -372,6 +376,7 @@ int RunMesh(Object* obj, Layer* layer, const char* keywords, const char* prompt,
     }
     e.HideMarks();
     Mem_Free(e.marks);
+    SideMenu_Show(menu);
     return result;
 }
 

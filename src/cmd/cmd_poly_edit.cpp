@@ -19,6 +19,8 @@
 // cannot be made nothing is added and the polyline stays. BP ends the
 // SWEEP Edit, as there is no sweep left to edit. Counts typed at the value
 // prompts are taken as at most GEOM_MAX_SEGMENTS.
+#include <cstdio>
+
 #include "base/message.h"
 #include "cmd/cmd.h"
 #include "cmd/codes.h"
@@ -27,10 +29,12 @@
 #include "model/geometry.h"
 #include "scene/mem.h"
 #include "state.h"
+#include "ui/menu.h"
 
 namespace {
 
 const int MASK_MAIN = 17;   // keywords only; Enter repeats (the edit command: ignored)
+const int SIDE_POLY_EDIT = 1030, SIDE_SWEEP_EDIT = 1031;   // side menus of the keywords
 const int MAX_COUNT = GEOM_MAX_SEGMENTS;
 
 // What an action leaves the machine to do.
@@ -325,7 +329,7 @@ Next SweepAction(Edit& e, int key) {
 template <typename Action, typename Where>
 int RunMachine(Edit& e, const char* keywords, const char* prompt, Action action, Where where) {
     for (;;) {
-        if (e.p()->count < 1 && e.cursor >= 0) return 1;   // nothing left to point at
+        if ((!e.p()->points || e.p()->count < 1) && e.cursor >= 0) return 1;   // nothing to point at
         PolyCmd_MarkShow(where(e), e.layer);
         AskAnswer a;
         const int ok = PolyCmd_Ask(prompt, keywords, 0, MASK_MAIN, &a);
@@ -344,14 +348,22 @@ int RunMachine(Edit& e, const char* keywords, const char* prompt, Action action,
 
 int Poly_Edit(Object* obj, Layer* layer) {
     Edit e{obj, layer, 0};
-    return RunMachine(e, kPolyKeys, kPolyPrompt, PolyAction, [](Edit& x) { return x.p()->points[x.cursor]; });
+    const int menu = g.menus.side.shown;
+    SideMenu_Show(SIDE_POLY_EDIT);
+    const int r = RunMachine(e, kPolyKeys, kPolyPrompt, PolyAction, [](Edit& x) { return x.p()->points[x.cursor]; });
+    SideMenu_Show(menu);
+    return r;
 }
 
 int Sweep_Edit(Object* obj, Layer* layer) {
     Edit e{obj, layer, 0};
     const bool revolution = e.p()->form == FORM_REVOLUTION;
-    return RunMachine(e, revolution ? "E,C,O,S,F,R,M,N,P,A,D,NS,MS,BP,ANG" : "E,C,O,S,F,R,M,N,P,A,D,NS,MS,BP",
-                      revolution ? "\nSWEEP Edit <C,O,NS,MS,S,F,R,M,N,P,A,D,ANG,E>: "
-                                 : "\nSWEEP Edit <C,O,NS,MS,S,F,R,M,N,P,A,D,E>: ",
-                      SweepAction, [](Edit& x) { return *CursorPoint(x); });
+    const int menu = g.menus.side.shown;
+    SideMenu_Show(SIDE_SWEEP_EDIT);
+    const int r = RunMachine(e, revolution ? "E,C,O,S,F,R,M,N,P,A,D,NS,MS,BP,ANG" : "E,C,O,S,F,R,M,N,P,A,D,NS,MS,BP",
+                             revolution ? "\nSWEEP Edit <C,O,NS,MS,S,F,R,M,N,P,A,D,ANG,E>: "
+                                        : "\nSWEEP Edit <C,O,NS,MS,S,F,R,M,N,P,A,D,E>: ",
+                             SweepAction, [](Edit& x) { return *CursorPoint(x); });
+    SideMenu_Show(menu);
+    return r;
 }

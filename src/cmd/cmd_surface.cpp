@@ -8,7 +8,8 @@
 // is given up or replaced leaves the scene as it was; a new mesh or joined
 // polyline is added only when it is complete, and the working arrays are
 // freed on every way out.
-#include <cmath>
+#include <cstdio>
+#include <initializer_list>
 
 #include "base/message.h"
 #include "cmd/cmd.h"

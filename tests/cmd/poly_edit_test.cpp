@@ -87,6 +87,19 @@ TEST_F(PolyEditTest, PolylineEdit) {
     });
 }
 
+// While POLYLINE Edit runs its keywords are on the side menu: the row
+// "Next" (row 3, under the title and a space) moves the cursor; the menu
+// shown before comes back at the end.
+TEST_F(PolyEditTest, KeywordsOnTheSideMenu) {
+    Square();
+    ASSERT_EQ(g.menus.side.shown, 1000);
+    Play("EDIT\n{1,0}");
+    PickSide(3);
+    Play("M\n\nE\n");
+    EXPECT_EQ(Run(""), "\nCommand: \nSelect Objects> " + PE + PE + "\nPoint <2,0,0>: " + PE + "\nCommand: ");
+    EXPECT_EQ(g.menus.side.shown, 1000);
+}
+
 TEST_F(PolyEditTest, SweepEdit) {
     auto sweep = [](int form) {
         return [form] {
