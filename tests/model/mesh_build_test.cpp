@@ -98,7 +98,9 @@ TEST_F(MeshBuild, CoonsPatchOfATent) {
         const int r = Mesh_Coons(boundary, reversed, 2, 4, untouched);
         Mem_FailAfter(0);
         EXPECT_EQ(r, n > 9 ? 1 : 0) << n;
-        if (!r) EXPECT_PT(untouched[7], 0, 0, 0);
+        if (!r) {
+            EXPECT_PT(untouched[7], 0, 0, 0);
+        }
         EXPECT_EQ(g.mem.live_blocks, base_);
     }
 }
