@@ -198,3 +198,36 @@ int Com_Array();        // 310
 int Com_Explode();      // 311
 int Com_Mirror();       // 317
 int Com_ChangeLayer();  // 318
+
+// --- polylines (cmd_poly.cpp) ---
+int Com_Polyline();     // 201
+int Com_Arc();          // 212
+int Com_Circle();       // 213
+
+// --- surfaces from polylines (cmd_surface.cpp) ---
+int Com_Coons();        // 214
+int Com_Rulsurf();      // 215
+int Com_Extrude();      // 216
+int Com_Revolution();   // 217
+int Com_ConeSweep();    // 218
+int Com_Wall();         // 232
+int Com_Parray();       // 312
+int Com_Join();         // 315
+int Com_Thicken();      // 316
+// Prints `prompt` and runs single-object selection until a POLYLINE object
+// is picked ("Object NOT a polyline " for anything else), which is left
+// unmarked and shown in the selection colour. 1 with the object and its
+// layer; 0 when the selection was given up or replaced (InputResult.code
+// then holds the replacing code).
+int Select_Polyline(const char* prompt, Object** obj, Layer** layer);
+// The N and M numbers of a mesh: an empty Enter takes 7, a number must be
+// greater than zero (at most GEOM_MAX_SEGMENTS). 0 when replaced.
+int Ask_NM(int* n, int* m);
+
+// --- edit machines reached from 302 (cmd_poly_edit.cpp, cmd_mesh_edit.cpp) ---
+// Each returns 1 when the edit ended (E), 0 when another command replaced
+// its input. The object may be gone afterwards (a BREAK replaces it).
+int Poly_Edit(Object* obj, Layer* layer);       // forms 1, 9, 10
+int Sweep_Edit(Object* obj, Layer* layer);      // forms 2, 3, 4
+int Mesh_Edit(Object* obj, Layer* layer);       // form 5
+int PrimPoly_Edit(Object* obj, Layer* layer);   // forms 6, 7, 8

@@ -120,11 +120,11 @@ struct EditEntry {
     EditMachine run;
 };
 const EditEntry kEditMachines[] = {
-    {KIND_POLYLINE, FORM_POLYLINE, FORM_POLYLINE, "POLYLINE", nullptr},
-    {KIND_POLYLINE, FORM_POLY_PIPE, FORM_POLY_WALL, "POLYLINE", nullptr},
-    {KIND_POLYLINE, FORM_EXTRUSION, FORM_CONE_SWEEP, "SWEEP", nullptr},
-    {KIND_POLYLINE, FORM_POLY_MESH, FORM_POLY_MESH, "MESH", nullptr},
-    {KIND_POLYLINE, FORM_POLY_CUBE, FORM_POLY_PYRAMID, "PRIMPOLY", nullptr},
+    {KIND_POLYLINE, FORM_POLYLINE, FORM_POLYLINE, "POLYLINE", Poly_Edit},
+    {KIND_POLYLINE, FORM_POLY_PIPE, FORM_POLY_WALL, "POLYLINE", Poly_Edit},
+    {KIND_POLYLINE, FORM_EXTRUSION, FORM_CONE_SWEEP, "SWEEP", Sweep_Edit},
+    {KIND_POLYLINE, FORM_POLY_MESH, FORM_POLY_MESH, "MESH", Mesh_Edit},
+    {KIND_POLYLINE, FORM_POLY_CUBE, FORM_POLY_PYRAMID, "PRIMPOLY", PrimPoly_Edit},
     {KIND_TRIANGLE, 0, 0, "TRIANGLE", nullptr},
     {KIND_3DFACE, 0, 0, "FACE", nullptr},
     {KIND_PRIMITIVE, 0, 0, "PRIMITIVE", Primitive_Edit},
@@ -348,9 +348,8 @@ int Com_EditObject() {   // 302
     Layer* layer = g.selection.first_layer;
     if (!obj) return 1;
     const EditEntry* e = EditMachineOf(obj);
-    int ret = 1;
-    if (e && e->run) ret = e->run(obj, layer);
-    else Msg_Printf("\n%s Edit is not available yet: nothing changed.", e ? e->name : "Object");
-    Object_SetSelected(obj, 0, layer);
-    return ret;
+    Object_SetSelected(obj, 0, layer);   // before the machine, which may replace the object
+    if (e && e->run) return e->run(obj, layer);
+    Msg_Printf("\n%s Edit is not available yet: nothing changed.", e ? e->name : "Object");
+    return 1;
 }

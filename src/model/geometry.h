@@ -55,6 +55,37 @@ void Poly_Path(const PolylineData& poly, std::vector<Point3>& out);
 // The point of one uniform cubic B-spline span at t (0..1).
 Point3 BSpline_Point(Point3 q0, Point3 q1, Point3 q2, Point3 q3, double t);
 
+// A path prepared for many points by arc length: the path points with the
+// length run up to each (blocks from Mem_Alloc). Points asked for in
+// increasing order move a cursor on; an earlier one is found by bisection.
+// Each gives what Poly_PointAt gives.
+struct PathSampler {
+    Point3* points;   // the path (Poly_PathPoints)
+    double* at;       // at[i]: length from the start to points[i]
+    int count;        // path points; 0 when the polyline has fewer than 2
+    int cursor;       // piece of the last point found
+    double length;    // Poly_Length
+    Point3 single;    // the answer before the start (the first point)
+};
+// 0 when memory ran out (nothing held then).
+int PathSampler_Init(PathSampler* s, const PolylineData* poly);
+Point3 PathSampler_At(PathSampler* s, double dist);
+void PathSampler_Free(PathSampler* s);
+
+// --- meshes from boundaries (mesh_build.cpp) ---
+// Both fill out[(n + 1) * (m + 1)], row after row: row i has the parameter
+// v = i/n, column j the parameter u = j/m, each boundary sampled at the
+// arc-length fraction of its parameter. 0 when memory for the samples ran
+// out (out untouched).
+// RULSURF: the point u along polyline a blended by v towards the point u
+// along polyline b.
+int Mesh_Ruled(const PolylineData* a, const PolylineData* b, int n, int m, Point3* out);
+// COONS: the bilinearly blended patch of four boundaries given in loop
+// order (#1 runs from corner (u, v) = (0, 0) to (1, 0), #2 on to (1, 1), #3
+// on to (0, 1), #4 back to (0, 0)); reversed[k] says that polyline k runs
+// against the loop. The corners are taken from boundaries #1 and #3.
+int Mesh_Coons(const PolylineData* const boundary[4], const int reversed[4], int n, int m, Point3* out);
+
 // --- surfaces and solids (surface_geom.cpp) ---
 int Poly_DrawExtrusion(const PolylineData* poly);
 int Poly_DrawRevolution(const PolylineData* poly);

@@ -6,6 +6,11 @@
 // P[k-1] .. P[k+2] (an open curve mirrors its end points, 2 P0 - P1 and
 // 2 P[n-1] - P[n-2], so it starts at P0 and ends at P[n-1]; a closed one
 // takes the indices cyclically). Anything with fewer points is straight.
+//
+// The path is walked point by point without being stored: drawing, length
+// and one point at a distance cost no allocation. Code that wants many
+// points along one path prepares a PathSampler once (its running lengths
+// make each sample cost a step of a cursor, not a walk).
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -13,6 +18,7 @@
 
 #include "model/geometry.h"
 #include "model/output.h"
+#include "scene/mem.h"
 #include "view/view_state.h"
 
 namespace {
@@ -54,6 +60,27 @@ int PathSteps(const PolylineData& p) {
     return (int)steps;
 }
 
+// Calls visit(point) for each point of the path in order, computing the
+// B-spline samples on the way; stops early when visit returns true.
+template <typename Visit>
+void WalkPath(const PolylineData& p, Visit visit) {
+    if (!p.points || p.count < 2) return;
+    if (!IsSpline(p)) {
+        for (int k = 0; k < p.count; k++)
+            if (visit(p.points[k])) return;
+        if (IsClosed(p)) visit(p.points[0]);
+        return;
+    }
+    const int steps = PathSteps(p);
+    const int spans = SpanCount(p);
+    for (int s = 0; s < spans; s++) {
+        Point3 q[4];
+        SpanControls(p, s, q);
+        // A span starts where the one before it ended: skip that point.
+        for (int i = s == 0 ? 0 : 1; i <= steps; i++)
+            if (visit(BSpline_Point(q[0], q[1], q[2], q[3], (double)i / steps))) return;
+    }
+}
 
 }  // namespace
 
@@ -79,7 +106,7 @@ Point3 BSpline_Point(Point3 q0, Point3 q1, Point3 q2, Point3 q3, double t) {
 int Poly_DrawPlain(const PolylineData* poly) {
     if (!poly || !poly->points || poly->count < 2) return 0;
     const PolylineData& p = *poly;
-    if (IsSpline(p)) {
+    if (IsSpline(p)) {   // each span from t = 0 to 1, as drawn; the path skips the repeated joints
         const int steps = PathSteps(p);
         bool first = true;
         for (int s = 0; s < SpanCount(p); s++) {
@@ -107,49 +134,104 @@ int Poly_DrawPlain(const PolylineData* poly) {
 int Poly_PathPoints(const PolylineData* poly, Point3* out) {
     if (!poly || !poly->points || poly->count < 2) return 0;
     const PolylineData& p = *poly;
-    if (!IsSpline(p)) {
-        int n = p.count + (IsClosed(p) ? 1 : 0);
-        if (out) {
-            std::copy(p.points, p.points + p.count, out);
-            if (IsClosed(p)) out[p.count] = p.points[0];
-        }
-        return n;
-    }
-    const int steps = PathSteps(p);
-    const int spans = SpanCount(p);
     if (out) {
         int at = 0;
-        for (int s = 0; s < spans; s++) {
-            Point3 q[4];
-            SpanControls(p, s, q);
-            // A span starts where the one before it ended: skip that point.
-            for (int i = s == 0 ? 0 : 1; i <= steps; i++)
-                out[at++] = BSpline_Point(q[0], q[1], q[2], q[3], (double)i / steps);
-        }
+        WalkPath(p, [&](Point3 pt) {
+            out[at++] = pt;
+            return false;
+        });
     }
-    return spans * steps + 1;
+    return IsSpline(p) ? SpanCount(p) * PathSteps(p) + 1 : p.count + (IsClosed(p) ? 1 : 0);
 }
 
 double Poly_Length(const PolylineData* poly) {
-    std::vector<Point3> path;
-    Poly_Path(*poly, path);
+    if (!poly) return 0;
     double len = 0;
-    for (size_t i = 1; i < path.size(); i++) len += Dist(path[i - 1], path[i]);
+    bool first = true;
+    Point3 last{0, 0, 0};
+    WalkPath(*poly, [&](Point3 pt) {
+        if (!first) len += Dist(last, pt);
+        first = false;
+        last = pt;
+        return false;
+    });
     return len;
 }
 
 Point3 Poly_PointAt(const PolylineData* poly, double s) {
     if (!poly || !poly->points || poly->count < 1) return Point3{0, 0, 0};
-    std::vector<Point3> path;
-    Poly_Path(*poly, path);
-    if (path.empty()) return poly->points[0];
-    if (!(s > 0)) return path.front();   // also NaN
-    for (size_t i = 1; i < path.size(); i++) {
-        double d = Dist(path[i - 1], path[i]);
-        if (s <= d && d > 0) return Vec_Add(path[i - 1], Vec_Scale(Vec_Sub(path[i], path[i - 1]), s / d));
+    Point3 last = poly->points[0];   // a single point is its own path
+    bool first = true;
+    WalkPath(*poly, [&](Point3 pt) {
+        if (first) {
+            first = false;
+            last = pt;
+            return !(s > 0);   // before the start (or NaN): the first point
+        }
+        const double d = Dist(last, pt);
+        if (s <= d && d > 0) {
+            last = Vec_Add(last, Vec_Scale(Vec_Sub(pt, last), s / d));
+            return true;
+        }
         s -= d;
+        last = pt;
+        return false;
+    });
+    return last;
+}
+
+int PathSampler_Init(PathSampler* s, const PolylineData* poly) {
+    *s = PathSampler{};
+    const int n = Poly_PathPoints(poly, nullptr);
+    if (n <= 0) {   // fewer than 2 points: every sample is the point (or the origin)
+        s->single = poly && poly->points && poly->count > 0 ? poly->points[0] : Point3{0, 0, 0};
+        return 1;
     }
-    return path.back();
+    s->points = (Point3*)Mem_Alloc(sizeof(Point3) * (size_t)n);
+    if (s->points) s->at = (double*)Mem_Alloc(sizeof(double) * (size_t)n);
+    if (!s->at) {
+        PathSampler_Free(s);
+        return 0;
+    }
+    Poly_PathPoints(poly, s->points);
+    s->count = n;
+    s->at[0] = 0;
+    for (int i = 1; i < n; i++) s->at[i] = s->at[i - 1] + Dist(s->points[i - 1], s->points[i]);
+    s->length = s->at[n - 1];
+    s->single = s->points[0];
+    return 1;
+}
+
+// The same rule as Poly_PointAt: the first piece of positive length whose
+// end lies at or beyond d. The cursor only moves forward for samples taken
+// in order; an earlier one is found by bisection.
+Point3 PathSampler_At(PathSampler* s, double d) {
+    if (s->count < 2 || !(d > 0)) return s->single;
+    if (d > s->length) return s->points[s->count - 1];
+    const int last = s->count - 2;   // pieces 0..last
+    int i = s->cursor;
+    if (i > 0 && d <= s->at[i]) {
+        int lo = 0, hi = i;   // the piece lies in [lo, hi]
+        while (lo < hi) {
+            int mid = lo + (hi - lo) / 2;
+            if (s->at[mid + 1] >= d) hi = mid;
+            else lo = mid + 1;
+        }
+        i = lo;
+    }
+    while (i < last && (s->at[i + 1] < d || s->at[i + 1] == s->at[i])) i++;
+    s->cursor = i;
+    const double len = s->at[i + 1] - s->at[i];
+    if (!(len > 0)) return s->points[i + 1];
+    return Vec_Add(s->points[i], Vec_Scale(Vec_Sub(s->points[i + 1], s->points[i]), (d - s->at[i]) / len));
+}
+
+void PathSampler_Free(PathSampler* s) {
+    Mem_Free(s->points);
+    Mem_Free(s->at);
+    s->points = nullptr;
+    s->at = nullptr;
+    s->count = 0;
 }
 
 bool Points_Match(Point3 a, Point3 b) {

@@ -1,8 +1,12 @@
 // surface_geom.cpp - generators of the polyline surfaces and polygon solids:
 // extrusion, revolution, cone sweep, mesh, pipe, wall, cube, wedge, pyramid.
 //
-// Surfaces follow the path of their polyline (Poly_PathPoints: the points,
-// or the sampled B-spline). Edge masks are chosen so that on screen each
+// Extrusions, revolutions and cone sweeps follow the path of their
+// polyline (Poly_PathPoints: the points, or a B-spline sampled with
+// `segments` steps per span), the same points the profile is drawn through,
+// so that the surface meets its drawn profile exactly. Pipes and walls take
+// a splined path at size_m even length fractions instead, as the
+// scene-file writer does. Edge masks are chosen so that on screen each
 // edge shared by two facets is drawn by one of them only, and edges that lie
 // on the profile are left to the profile drawing.
 #include <algorithm>
@@ -62,28 +66,84 @@ Point3 Turn(const Axis& ax, Point3 p, double c, double s) {
     return Point3{x * ax.ca - y * ax.sa + ax.base.x, x * ax.sa + y * ax.ca + ax.base.y, z + ax.base.z};
 }
 
-// Path of a pipe or wall with the radius (pipe) at each point: a splined
-// path is sampled at the fractions i/size_m of its length.
+// Path of a pipe or wall with each point's share of the way from start to
+// end (the pipe's radius runs from Radius #1 to Radius #2 by it). A plain
+// path shares by point number, as the scene-file writer does; a closed one
+// ends where it started, with Radius #1. A splined path is the curve
+// sampled at the length fractions i/size_m; closed, it also ends at its
+// start with Radius #1.
 void SweptPath(const PolylineData& p, std::vector<Point3>& path, std::vector<double>& frac) {
     path.clear();
     frac.clear();
     if (!p.points || p.count < 2) return;
     if (Spline(p)) {
-        int m = std::clamp(p.size_m, 1, (int)GEOM_MAX_SEGMENTS);
-        double len = Poly_Length(&p);
+        const int m = std::clamp(p.size_m, 1, (int)GEOM_MAX_SEGMENTS);
+        PathSampler sampler;
+        const bool fast = PathSampler_Init(&sampler, &p);   // without memory: one walk per sample
+        const double len = fast ? sampler.length : Poly_Length(&p);
         for (int i = 0; i <= m; i++) {
-            path.push_back(Poly_PointAt(&p, len * i / m));
-            frac.push_back((double)i / m);
+            const double d = len * i / m;
+            path.push_back(fast ? PathSampler_At(&sampler, d) : Poly_PointAt(&p, d));
+            frac.push_back(i == m && Closed(p) ? 0.0 : (double)i / m);
         }
+        if (fast) PathSampler_Free(&sampler);
         return;
     }
     for (int k = 0; k < p.count; k++) {
         path.push_back(p.points[k]);
         frac.push_back((double)k / (p.count - 1));
     }
-    if (Closed(p)) {   // back to the start, where the radius is Radius #1 again
+    if (Closed(p)) {
         path.push_back(p.points[0]);
         frac.push_back(0.0);
+    }
+}
+
+Point3 Unit(Point3 v) {
+    const double l = Vec_Length(v);
+    return l > 0 ? Vec_Scale(v, 1 / l) : Point3{0, 0, 0};
+}
+
+// A sphere of radius r about c: `sides` meridians, half as many bands
+// (at least 2), the poles on the y axis. Each edge is drawn once: a facet
+// draws its meridian edge and the parallel below it.
+int Sphere(Point3 c, double r, int sides) {
+    if (!(r > 0)) return 0;
+    const int bands = std::max(2, sides / 2);
+    auto at = [&](int b, int s) {
+        const double lat = kPi * b / bands, lon = 2 * kPi * s / sides;
+        return Point3{c.x + r * std::sin(lat) * std::cos(lon), c.y + r * std::cos(lat),
+                      c.z + r * std::sin(lat) * std::sin(lon)};
+    };
+    const Point3 north{c.x, c.y + r, c.z}, south{c.x, c.y - r, c.z};
+    for (int s = 0; s < sides; s++) {
+        if (Output_Triangle(north, at(1, s), at(1, s + 1), 1 | 2)) return 1;
+        for (int b = 1; b < bands - 1; b++)
+            if (Output_Quad(at(b, s), at(b + 1, s), at(b + 1, s + 1), at(b, s + 1), 1 | 2)) return 1;
+        if (Output_Triangle(at(bands - 1, s), south, at(bands - 1, s + 1), 1)) return 1;
+    }
+    return 0;
+}
+
+// The flat end of an open pipe: a fan over its ring.
+int Cap(const std::vector<Point3>& ring, Point3 centre) {
+    for (size_t i = 0; i + 1 < ring.size(); i++)
+        if (Output_Triangle(centre, ring[i + 1], ring[i], 2)) return 1;
+    return 0;
+}
+
+// Moves the ring points of a segment end at joint j along the segment's
+// direction `dir` onto the mitre plane through j (normal `mitre`), so that
+// the two segments of a sharpened bend meet without gap or overlap. The
+// move is limited to 10 radii, as the scene-file writer limits its bends.
+void Mitre(std::vector<Point3>& ring, Point3 j, Point3 dir, Point3 mitre, double r) {
+    const double along = Vec_Dot(mitre, dir);
+    if (!(along > 1e-9)) return;   // a pipe that turns straight back: left as it is
+    const double limit = 10 * std::fabs(r);
+    for (Point3& q : ring) {
+        double t = -Vec_Dot(mitre, Vec_Sub(q, j)) / along;
+        t = std::clamp(t, -limit, limit);
+        q = Vec_AddScaled(q, dir, t);
     }
 }
 
@@ -191,23 +251,48 @@ int Poly_DrawMesh(const PolylineData* poly) {
 
 // Each path segment A -> B is a frustum of size_n sides: rings of radius rA
 // at A and rB at B, laid along x, turned by the elevation about z and the
-// heading about y, moved to A.
+// heading about y, moved to A. The joints and ends follow what the
+// scene-file writer makes of the pipe:
+//   - Edge type 0 (spheres): a sphere of the pipe's radius at every joint
+//     (inner points, and the start of a closed pipe), and at the first and
+//     last point of an open pipe when the Sphered type asks for it;
+//   - any other Edge type (sharpened): the two rings of each joint lie in
+//     the plane that halves the bend, so the frustums meet in a mitre;
+//   - an open end without a sphere is closed by a flat cap, as the writer's
+//     cones are.
+// The wireframe leaves out joint spheres and flat caps, which only hide
+// edges of the pipe there; end spheres, which change its outline, are drawn.
 int Poly_DrawPipe(const PolylineData* poly) {
     if (!poly || !poly->points || poly->count < 2) return 0;
     const PolylineData& p = *poly;
     if (p.size_n < 1) return 0;
     const int sides = std::min(p.size_n, (int)GEOM_MAX_SEGMENTS);
     const double r1 = p.param1.x, r2 = p.param1.y;
+    const bool spheres = p.param2.x == 0;
+    const double st = p.param2.y;   // Sphered type: bit 1 start, bit 2 end
+    const int sphered = !spheres ? 0 : st == 1 ? 1 : st == 2 ? 2 : st == 3 ? 3 : 0;
+    const bool screen = Output_ToScreen() != 0;
     std::vector<Point3> path;
     std::vector<double> frac;
     SweptPath(p, path, frac);
+    const size_t n = path.size();
+    if (n < 2) return 0;
+    const bool closed = Closed(p) && n > 2;
+    auto radius = [&](size_t k) { return r1 + (r2 - r1) * frac[k]; };
+    std::vector<Point3> dir(n);   // dir[k]: unit direction of segment k-1 -> k
+    for (size_t k = 1; k < n; k++) dir[k] = Unit(Vec_Sub(path[k], path[k - 1]));
+    // The segment after point k and the one before it, across a closed pipe's seam.
+    auto next_dir = [&](size_t k) { return k + 1 < n ? dir[k + 1] : dir[1]; };
+    auto prev_dir = [&](size_t k) { return k > 0 ? dir[k] : dir[n - 1]; };
+    auto is_joint = [&](size_t k) { return (k > 0 && k + 1 < n) || closed; };
+
     std::vector<Point3> ring_a(sides + 1), ring_b(sides + 1);
-    for (size_t k = 1; k < path.size(); k++) {
+    for (size_t k = 1; k < n; k++) {
         const Point3 A = path[k - 1], d = Vec_Sub(path[k], A);
         const double L = std::sqrt(d.x * d.x + d.y * d.y + d.z * d.z);
         const double phi = std::atan2(d.z, d.x), psi = std::atan2(d.y, std::sqrt(d.x * d.x + d.z * d.z));
         const double cf = std::cos(phi), sf = std::sin(phi), cp = std::cos(psi), sp = std::sin(psi);
-        const double ra = r1 + (r2 - r1) * frac[k - 1], rb = r1 + (r2 - r1) * frac[k];
+        const double ra = radius(k - 1), rb = radius(k);
         auto place = [&](double x, double y, double z) {
             double x1 = x * cp - y * sp, y1 = x * sp + y * cp;   // elevation about z
             return Point3{x1 * cf - z * sf + A.x, y1 + A.y, x1 * sf + z * cf + A.z};   // heading about y
@@ -217,8 +302,22 @@ int Poly_DrawPipe(const PolylineData* poly) {
             ring_a[i] = place(0, ra * c, ra * s);
             ring_b[i] = place(L, rb * c, rb * s);
         }
+        if (!spheres) {
+            if (is_joint(k - 1)) Mitre(ring_a, A, dir[k], Unit(Vec_Add(prev_dir(k - 1), dir[k])), ra);
+            if (is_joint(k)) Mitre(ring_b, path[k], dir[k], Unit(Vec_Add(dir[k], next_dir(k))), rb);
+        }
         for (int i = 0; i < sides; i++)
             if (Output_Quad(ring_a[i], ring_b[i], ring_b[i + 1], ring_a[i + 1], 2 | 4 | 8)) return 1;
+        if (!closed && !screen) {   // flat ends where no sphere closes the pipe
+            if (k == 1 && !(sphered & 1) && Cap(ring_a, A)) return 1;
+            if (k == n - 1 && !(sphered & 2) && Cap(ring_b, path[k])) return 1;
+        }
+    }
+    if (spheres) {
+        for (size_t k = 0; k + 1 < n && !screen; k++)   // the last point of a closed pipe is its first
+            if (is_joint(k) && Sphere(path[k], radius(k), sides)) return 1;
+        if (!closed && (sphered & 1) && Sphere(path[0], radius(0), sides)) return 1;
+        if (!closed && (sphered & 2) && Sphere(path[n - 1], radius(n - 1), sides)) return 1;
     }
     return 0;
 }

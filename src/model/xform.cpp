@@ -272,10 +272,14 @@ std::vector<Point3> PathOffsets() {
     std::vector<Point3> out((size_t)x.array_count + 1, Point3{0, 0, 0});
     const PolylineData* path = x.array_path;
     if (!path || !path->points || path->count < 2 || x.array_count < 1) return out;
-    const double length = Poly_Length(path);
+    PathSampler s;
+    const bool fast = PathSampler_Init(&s, path);   // without memory: one walk per copy
+    const double length = fast ? s.length : Poly_Length(path);
+    auto at = [&](double d) { return fast ? PathSampler_At(&s, d) : Poly_PointAt(path, d); };
     const int shares = (path->poly_flags & POLY_CLOSED) ? x.array_count + 1 : x.array_count;
-    const Point3 start = Poly_PointAt(path, 0);
-    for (int k = 1; k <= x.array_count; k++) out[k] = Vec_Sub(Poly_PointAt(path, length * k / shares), start);
+    const Point3 start = at(0);
+    for (int k = 1; k <= x.array_count; k++) out[k] = Vec_Sub(at(length * k / shares), start);
+    if (fast) PathSampler_Free(&s);
     return out;
 }
 

@@ -232,12 +232,14 @@ void DrawMarker() {
     if (vp->extents_mode || vp->line_mode == LINE_HIT_TEST) return;   // measuring draws nothing
     View_Project(vp, g.view.marker_point);
     int x = (int)vp->screen_x, y = (int)vp->screen_y;
-    int mode = X11_GetWriteMode();
+    int mode = X11_GetWriteMode(), colour = X11_GetColor();
     X11_SetWriteMode(GFX_XOR);
+    X11_SetColor(g.view.marker_color);
     X11_MoveTo(x - MARKER_ARM, y);
     X11_LineTo(x + MARKER_ARM, y);
     X11_MoveTo(x, y - MARKER_ARM);
     X11_LineTo(x, y + MARKER_ARM);
+    X11_SetColor(colour);
     X11_SetWriteMode(mode);
 }
 

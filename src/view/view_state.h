@@ -159,6 +159,7 @@ struct ViewState {
     double redraw_start = 0;        // X11_Clock when the outermost of them began
     int marker_pending = 0;         // a last-point cross is drawn after the objects
     Point3 marker_point{0, 0, 0};   // world point of that cross
+    int marker_color = 14;          // its colour (the caller's: an edit machine's vertex)
     ZoomNode* zoom_first[5] = {};   // zoom stack of each slot 1..4: oldest node ...
     ZoomNode* zoom_last[5] = {};    // ... and newest node
     int drag_active = 0;            // an interactive drag is running

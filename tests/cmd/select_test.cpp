@@ -74,7 +74,7 @@ TEST_F(SelectTest, SingleModeReplacingRepeatingAndWindows) {
     EXPECT_FALSE(RunLoop());
     EXPECT_EQ(Headless_Transcript(),
               "\nCommand: \nSelect Objects> Can only select ONE object!\nSelect Objects> "
-              "\nPOLYLINE Edit is not available yet: nothing changed.\nCommand: "
+              "\nPOLYLINE Edit <PI,ED,ST,TN,W,H,WI,WR,R1,R2,TS,TR,C,O,S,F,R,M,N,P,A,D,B,E>: *cancel* "
               "\nSelect Objects> \nStatus <Found: 1, Total: 1> \nSelect Objects> *cancel* "
               "\nSelect Objects> \nWindow> Upper/Left corner <Cancel>: *Cancle*"
               "\nSelect Objects> \nWindow> Upper/Left corner <Cancel>: \nWindow> Lower/Right corner <Cancle>: "

@@ -12,6 +12,18 @@ const double kPi = 3.14159265358979323846;
 
 class SurfaceGeom : public GeomTest {
   protected:
+    static std::vector<RecFacet> Quads() {
+        std::vector<RecFacet> q;
+        for (const RecFacet& f : Rec().facets)
+            if (f.n == 4) q.push_back(f);
+        return q;
+    }
+    // The wireframe consumer, seeing facets as they are.
+    void UseScreenFacets() {
+        g.output.consumer[OUTPUT_SCREEN] = OutputConsumer{1, rec_hooks::Move, rec_hooks::Line, rec_hooks::Facet,
+                                                          nullptr, nullptr, nullptr, nullptr, nullptr, nullptr};
+        g.output.Output_Mode = OUTPUT_SCREEN;
+    }
     Point3 pts[16];
     PolylineData Poly(int form, std::initializer_list<Point3> list) {
         PolylineData p = Poly_Default();
@@ -102,6 +114,25 @@ TEST_F(SurfaceGeom, ExtrusionQuadsAndScreenEdges) {
     for (const auto& s : e) EXPECT_EQ(SegmentCount(Rec().segments, s[0], s[1]), 1) << Str(s[0]) << Str(s[1]);
 }
 
+// A B-spline profile is swept through the points it is drawn with:
+// `segments` steps per span (evenly spaced points on a line: x = k + t).
+TEST_F(SurfaceGeom, SweepsFollowTheDrawnSpline) {
+    UseFacets();
+    PolylineData p = Poly(FORM_EXTRUSION, {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}});
+    p.poly_flags = POLY_BSPLINE;
+    p.segments = 2;
+    p.param2 = {0, 0, 1};
+    Poly_DrawExtrusion(&p);
+    ASSERT_EQ(Rec().facets.size(), 6u);   // 3 spans of 2 steps
+    for (int k = 0; k < 6; k++) EXPECT_CORNERS(Rec().facets[k], {0.5 * k, 0, 0}, {0.5 * (k + 1), 0, 0});
+    Rec() = Recording{};
+    p.form = FORM_CONE_SWEEP;
+    p.param1 = {0, 5, 0};
+    Poly_DrawConeSweep(&p);
+    ASSERT_EQ(Rec().facets.size(), 6u);
+    EXPECT_CORNERS(Rec().facets[3], {1.5, 0, 0}, {2, 0, 0}, {0, 5, 0});
+}
+
 TEST_F(SurfaceGeom, ConeSweepTriangles) {
     UseFacets();
     PolylineData p = Poly(FORM_CONE_SWEEP, {{1, 0, 0}, {0, 1, 0}, {-1, 0, 0}});
@@ -188,7 +219,7 @@ TEST_F(SurfaceGeom, PipeRings) {
     p.param1 = {1, 1, 0};
     p.size_n = 4;
     Poly_DrawPipe(&p);
-    ASSERT_EQ(Rec().facets.size(), 4u);
+    ASSERT_EQ(Rec().facets.size(), 4u + 8u);   // the sides, then a flat cap of 4 at each end
     // Heading 90 degrees: the ring (0, cos, sin) lands on (-sin, cos, 0).
     EXPECT_CORNERS(Rec().facets[0], {0, 1, 0}, {0, 1, 2}, {-1, 0, 2}, {-1, 0, 0});
     EXPECT_PT(Rec().facets[2].c[0], 0, -1, 0);
@@ -200,7 +231,7 @@ TEST_F(SurfaceGeom, PipeRings) {
     p.param1 = {0.5, 0.5, 0};
     p.size_n = 4;
     Poly_DrawPipe(&p);
-    ASSERT_EQ(Rec().facets.size(), 4u);
+    ASSERT_EQ(Rec().facets.size(), 12u);
     EXPECT_PT(Rec().facets[0].c[0], 0.5, 1, 1);
     EXPECT_PT(Rec().facets[0].c[1], 0.5, 3, 1);
     EXPECT_PT(Rec().facets[0].c[3], 1, 1, 1.5);
@@ -212,11 +243,12 @@ TEST_F(SurfaceGeom, PipeRadiusRunsFromStartToEnd) {
     p.param1 = {1, 3, 0};
     p.size_n = 4;
     Poly_DrawPipe(&p);
-    ASSERT_EQ(Rec().facets.size(), 8u);
-    EXPECT_PT(Rec().facets[0].c[0], 0, 1, 0);
-    EXPECT_PT(Rec().facets[0].c[1], 2, 2, 0);
-    EXPECT_PT(Rec().facets[4].c[0], 2, 2, 0);
-    EXPECT_PT(Rec().facets[4].c[1], 4, 3, 0);
+    std::vector<RecFacet> q = Quads();   // the caps and the joint's sphere are triangles
+    ASSERT_EQ(q.size(), 8u);
+    EXPECT_PT(q[0].c[0], 0, 1, 0);
+    EXPECT_PT(q[0].c[1], 2, 2, 0);
+    EXPECT_PT(q[4].c[0], 2, 2, 0);
+    EXPECT_PT(q[4].c[1], 4, 3, 0);
 
     // Splined: sampled at fractions i/size_m of the length (a straight spline here).
     Rec() = Recording{};
@@ -226,14 +258,74 @@ TEST_F(SurfaceGeom, PipeRadiusRunsFromStartToEnd) {
     p.size_m = 2;
     p.size_n = 4;
     Poly_DrawPipe(&p);
-    ASSERT_EQ(Rec().facets.size(), 8u);
-    EXPECT_TRUE(Near(Rec().facets[4].c[0], {1.5, 2, 0}, 1e-12));
-    EXPECT_TRUE(Near(Rec().facets[4].c[1], {3, 3, 0}, 1e-12));
+    q = Quads();
+    ASSERT_EQ(q.size(), 8u);
+    EXPECT_TRUE(Near(q[4].c[0], {1.5, 2, 0}, 1e-12));
+    EXPECT_TRUE(Near(q[4].c[1], {3, 3, 0}, 1e-12));
 
     Rec() = Recording{};
     p.size_n = 0;
     EXPECT_EQ(Poly_DrawPipe(&p), 0);
     EXPECT_TRUE(Rec().facets.empty());
+}
+
+// An L-shaped pipe of radius 0.5 with 4 sides: the joint and the ends by
+// Edge type and Sphered type, open and closed, in facets and on screen. A
+// sphere of 4 sides is 8 triangles (two bands), a flat cap 4.
+TEST_F(SurfaceGeom, PipeJointsAndEnds) {
+    struct Case {
+        double edge, sphered;
+        bool closed, screen;
+        size_t quads, triangles;
+        Point3 pole;   // the north pole of a sphere that must be there
+    };
+    const Point3 none{1e9, 0, 0};
+    const Case cases[] = {
+        {0, 0, false, false, 8, 8 + 8, {2, 0.5, 0}},     // flat caps, a sphere at the joint
+        {0, 3, false, false, 8, 3 * 8, {2, 0.5, 2}},     // spheres at both ends and the joint
+        {0, 1, false, false, 8, 4 + 2 * 8, {0, 0.5, 0}}, // start sphered, end capped
+        {1, 3, false, false, 8, 8, none},                // sharpened: mitre, caps, no spheres
+        {0, 0, true, false, 12, 3 * 8, {0, 0.5, 0}},     // closed: a sphere at every point
+        {0, 3, false, true, 8, 2 * 8, {0, 0.5, 0}},      // screen: the end spheres only
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.edge << " " << c.sphered << " " << c.closed << c.screen);
+        Rec() = Recording{};
+        if (c.screen) UseScreenFacets();
+        else UseFacets();
+        PolylineData p = Poly(FORM_POLY_PIPE, {{0, 0, 0}, {2, 0, 0}, {2, 0, 2}});
+        p.param1 = {0.5, 0.5, 0};
+        p.param2 = {c.edge, c.sphered, 0};
+        p.size_n = 4;
+        p.poly_flags = c.closed ? POLY_CLOSED : 0;
+        Poly_DrawPipe(&p);
+        EXPECT_EQ(Quads().size(), c.quads);
+        EXPECT_EQ(Rec().facets.size() - Quads().size(), c.triangles);
+        bool pole = false;
+        for (const RecFacet& f : Rec().facets) pole = pole || (f.n == 3 && Near(f.c[0], c.pole, 1e-12));
+        EXPECT_EQ(pole, c.pole.x != none.x);
+    }
+}
+
+// Sharpened: at the joint of the L both rings lie in the plane that halves
+// the bend, (x - 2) + z = 0, and meet point for point: the first ring
+// (2, r cos a, r sin a) moved along x, the second (2 - r sin a, r cos a, 0)
+// along z, both to (2 - r sin a, r cos a, r sin a).
+TEST_F(SurfaceGeom, PipeSharpenedJointIsAMitre) {
+    UseFacets();
+    PolylineData p = Poly(FORM_POLY_PIPE, {{0, 0, 0}, {2, 0, 0}, {2, 0, 2}});
+    p.param1 = {0.5, 0.5, 0};
+    p.param2 = {1, 0, 0};
+    p.size_n = 8;
+    Poly_DrawPipe(&p);
+    std::vector<RecFacet> q = Quads();
+    ASSERT_EQ(q.size(), 16u);
+    for (int i = 0; i < 8; i++) {
+        const double a = 2 * kPi * i / 8, r = 0.5;
+        const Point3 want{2 - r * std::sin(a), r * std::cos(a), r * std::sin(a)};
+        EXPECT_TRUE(Near(q[i].c[1], want, 1e-12)) << i << " " << Str(q[i].c[1]);
+        EXPECT_TRUE(Near(q[8 + i].c[0], want, 1e-12)) << i << " " << Str(q[8 + i].c[0]);
+    }
 }
 
 TEST_F(SurfaceGeom, WallBoxAtTheSegment) {
