@@ -251,7 +251,7 @@ void ToggleClosed(MeshEdit& e, u8 bit, u8 other, const char* refusal, const char
         return;
     }
     e.Change([&] { p->poly_flags ^= bit; });
-    Msg_Printf((p->poly_flags & bit) ? closed : opened);
+    Msg_Printf("%s", (p->poly_flags & bit) ? closed : opened);
 }
 
 void ToggleBezier(MeshEdit& e) {

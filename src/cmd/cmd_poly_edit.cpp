@@ -76,7 +76,7 @@ void SetClosed(Edit& e, bool closed) {
 
 void Toggle(Edit& e, u8 bit, const char* on, const char* off) {
     e.Change([&] { e.p()->poly_flags ^= bit; });
-    Msg_Printf((e.p()->poly_flags & bit) ? on : off);
+    Msg_Printf("%s", (e.p()->poly_flags & bit) ? on : off);
 }
 
 // R, NS, MS, TS, TR, WR: a count with its lower bound.
