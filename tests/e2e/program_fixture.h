@@ -81,7 +81,7 @@ class ProgramTest : public QmrTest {
                " " + std::to_string(s.row * 15 + 7) + " click 1; sleep 0.4;";
     }
     static std::string Type(const std::string& text) {
-        return " xdotool type --delay 30 '" + text + "'; xdotool key Return; sleep 0.4;";
+        return " xdotool type --delay 30 -- '" + text + "'; xdotool key Return; sleep 0.4;";
     }
     // Runs `steps` once `when` has appeared in the program's output.
     void Act(const std::string& when, const std::string& steps) {

@@ -1,6 +1,6 @@
 // The real program under Xvfb makes a texture: TEXTURES opens the chooser,
 // Edit the editor, where a marble with a two-entry colour map is built and
-// saved; the layers dialog gives it to the layer of a sphere; EXPORTPOV
+// saved; ASSIGN gives it to a sphere, chosen in the chooser again; EXPORTPOV
 // writes the scene, and povray renders it.
 #include "e2e/program_fixture.h"
 
@@ -48,10 +48,10 @@ TEST_F(TextureSession, MarbleMadeInTheEditorRendersOnASphere) {
             Click("colormap.dlg", "TEXTBOX", 181) + Type("0.05") +
             Click("colormap.dlg", "BUTTON", 1) + Click("pigment.dlg", "BUTTON", 1) +
             Click("maketext.dlg", "BUTTON", 1) + Click("texture.dlg", "BUTTON", 1) + " sleep 0.5;" +
-            // the layer of the sphere takes it: the library's first name
-            Type("LAYERS") + Click("layers.dlg", "TEXTBOX", 7) +
-            Click("texture.dlg", "TEXTBOX", 10) + Click("texture.dlg", "BUTTON", 1) +
-            Click("layers.dlg", "BUTTON", 1) + " sleep 0.5;" + Type("EXPORTPOV"));
+            // the sphere takes it: a window round it, then the library's first name
+            Type("ASSIGN") + Type("W") + Type("-2,-2,-2") + Type("2,2,2") + Type("E") + Type("T") +
+            Click("texture.dlg", "TEXTBOX", 10) + Click("texture.dlg", "BUTTON", 1) + " sleep 0.5;" +
+            Type("EXPORTPOV"));
     Act("Making <", Type("EXIT"));
     Act("<Yes>: ", Type("N"));
     RunResult r = Run({root.file("qmr/work/ball.qmr")}, true);
