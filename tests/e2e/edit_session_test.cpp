@@ -11,30 +11,12 @@ namespace {
 
 class EditSessionTest : public ProgramTest {
   protected:
-    // Pixel of a world point in the working viewport as the program will
-    // have it after loading `path` (the same screen, menus and loader).
-    void LoadAsTheProgram(const std::string& path) {
-        State_Reset();
-        Headless_Reset();
-        Screen_Open(18);
-        Views_SetScreen(g.screen.width, g.screen.height, SCREEN_LINE, g.screen.inputLineY);
-        Views_SetAreaWidth(g.screen.sideMenuX);
-        Views_Reset();
-        testing::internal::CaptureStdout();
-        ASSERT_EQ(WorkFile_Load(path.c_str()), 1);
-        testing::internal::GetCapturedStdout();
-    }
-    void Pixel(Point3 p, int* x, int* y) {
-        View_Project(&g.view.Active_Viewport, p);
-        *x = (int)g.view.Active_Viewport.screen_x;
-        *y = (int)g.view.Active_Viewport.screen_y;
-    }
     // xdotool on the program's window once `when` has been printed.
     void MouseWhen(const std::string& when, const std::string& steps) {
         opt.actions.push_back({when, "DISPLAY=@DISPLAY@ xdotool search --sync --name 'Quillmoor Sculptor' " + steps +
                                          " >/dev/null 2>&1"});
     }
-    std::string Click(int x, int y) {
+    static std::string ClickAt(int x, int y) {
         return "mousemove --window %1 " + std::to_string(x) + " " + std::to_string(y) + " sleep 0.1 click 1 sleep 0.2";
     }
     // From (x1, y1) to (x2, y2) in ten moves, the rubber band following.
@@ -52,12 +34,7 @@ TEST_F(EditSessionTest, WindowMoveCopyRotateEraseSave) {
     WriteFile(root.file("cwd/qmr.ini"), Config());
     const std::string path = root.file("qmr/work/edits.qmr");
     {   // The scene: two triangles to edit and a sphere to erase, in a TOP view.
-        State_Reset();
-        Headless_Reset();
-        Screen_Open(18);
-        Views_SetScreen(g.screen.width, g.screen.height, SCREEN_LINE, g.screen.inputLineY);
-        Views_SetAreaWidth(g.screen.sideMenuX);
-        Views_Reset();
+        AsTheProgram();
         Viewport& v = g.view.Viewports[1];
         v.WORLD = 0;
         View_SetKind(&v, VIEW_TOP);
@@ -76,18 +53,17 @@ TEST_F(EditSessionTest, WindowMoveCopyRotateEraseSave) {
         ASSERT_NE(Add_Primitive(&s), nullptr);
         ASSERT_EQ(WorkFile_Save(path.c_str()), 1);
     }
-    LoadAsTheProgram(path);
+    AsTheProgram(path);
     ASSERT_EQ(g.view.Active_Viewport.VIEW, VIEW_TOP);
-    int x1, y1, x2, y2, sx, sy;
-    Pixel({-7, 0, 7}, &x1, &y1);     // the window round both triangles ...
-    Pixel({0, 0, 1}, &x2, &y2);
-    Pixel({4, 0, -3}, &sx, &sy);     // ... and the top of the sphere (not in the window)
+    const auto [x1, y1] = PixelOf({-7, 0, 7});   // the window round both triangles ...
+    const auto [x2, y2] = PixelOf({0, 0, 1});
+    const auto [sx, sy] = PixelOf({4, 0, -3});   // ... and the top of the sphere (not in the window)
     State_Reset();
 
     TypeWhen("Command: ", "MOVE\n");
     TypeWhen("Select Objects> ", "W\n");
-    MouseWhen("Upper/Left corner <Cancel>: ", Click(x1, y1));
-    MouseWhen("Lower/Right corner <Cancle>: ", Drag(x1, y1, x2, y2) + Click(x2, y2));
+    MouseWhen("Upper/Left corner <Cancel>: ", ClickAt(x1, y1));
+    MouseWhen("Lower/Right corner <Cancle>: ", Drag(x1, y1, x2, y2) + ClickAt(x2, y2));
     TypeWhen("Status <Found: 2, Total: 2> \nSelect Objects> ", "E\n");
     TypeWhen("MOVE> Set Base point: ", "0,0,0\n");
     TypeWhen("MOVE> Set Offset point: ", "@1,0,2\n");
@@ -99,7 +75,7 @@ TEST_F(EditSessionTest, WindowMoveCopyRotateEraseSave) {
     TypeWhen("ROTATE> Set Angle: ", "90\n");
     TypeWhen("Command: ", "DESELECT\n");
     TypeWhen("Command: ", "ERASE\n");
-    MouseWhen("Select Objects> ", Click(sx, sy));
+    MouseWhen("Select Objects> ", ClickAt(sx, sy));
     TypeWhen("Status <Found: 1, Total: 1> \nSelect Objects> ", "E\n");
     TypeWhen("Erase Objects <Yes,No>? <Y>:", "\n");
     TypeWhen("Command: ", "SAVE\n");

@@ -18,35 +18,13 @@ class PolylineSessionTest : public ProgramTest {
                                      "--window %1 " + std::to_string(x) + " " + std::to_string(y) +
                                          " sleep 0.1 click 1 sleep 0.2 >/dev/null 2>&1"});
     }
-    // Screen position of a world point in the working viewport as the
-    // program has it after loading `path`.
-    static void Pixels(const std::string& path, const std::vector<Point3>& pts, std::vector<std::pair<int, int>>& out) {
-        State_Reset();
-        Headless_Reset();
-        Screen_Open(18);
-        Views_SetScreen(g.screen.width, g.screen.height, SCREEN_LINE, g.screen.inputLineY);
-        Views_SetAreaWidth(g.screen.sideMenuX);
-        Views_Reset();
-        testing::internal::CaptureStdout();
-        ASSERT_EQ(WorkFile_Load(path.c_str()), 1);
-        testing::internal::GetCapturedStdout();
-        for (Point3 p : pts) {
-            View_Project(&g.view.Active_Viewport, p);
-            out.push_back({(int)g.view.Active_Viewport.screen_x, (int)g.view.Active_Viewport.screen_y});
-        }
-    }
 };
 
 TEST_F(PolylineSessionTest, ProfileRevolutionRulsurfThickenExportRender) {
     WriteFile(root.file("cwd/qmr.ini"), Config());
     const std::string path = root.file("qmr/work/vase.qmr");
     {   // One FRONT viewport over x -4..12, a light, smooth new objects, a brass layer.
-        State_Reset();
-        Headless_Reset();
-        Screen_Open(18);
-        Views_SetScreen(g.screen.width, g.screen.height, SCREEN_LINE, g.screen.inputLineY);
-        Views_SetAreaWidth(g.screen.sideMenuX);
-        Views_Reset();
+        AsTheProgram();
         Viewport& v = g.view.Viewports[1];
         v.WORLD = 0;
         View_SetKind(&v, VIEW_FRONT);
@@ -71,7 +49,8 @@ TEST_F(PolylineSessionTest, ProfileRevolutionRulsurfThickenExportRender) {
     const std::vector<Point3> world = {{1, 0, 0}, {2.4, 0.8, 0}, {2.6, 2, 0}, {1.5, 3, 0}, {2, 4, 0},
                                        {2.5, 1.4, 0}, {4.5, 0.25, 1}, {4.75, 3.5, 0.5}, {8.25, 1.5, 0}};
     std::vector<std::pair<int, int>> px;
-    Pixels(path, world, px);
+    AsTheProgram(path);
+    for (Point3 p : world) px.push_back(PixelOf(p));
     ASSERT_EQ(g.view.Active_Viewport.VIEW, VIEW_FRONT);
     State_Reset();
 

@@ -18,49 +18,12 @@ namespace {
 
 class PrimsSession : public ProgramTest {
   protected:
-    // The program's screen as it starts without a work file: the same
-    // screen, views and menus, in process.
-    void AsTheProgram() {
-        State_Reset();
-        Headless_Reset();
-        Screen_Open(18);
-        Views_SetScreen(g.screen.width, g.screen.height, SCREEN_LINE, g.screen.inputLineY);
-        Views_SetAreaWidth(g.screen.sideMenuX);
-        Views_Reset();
-        snprintf(g.config.SUPPORT_DIR, sizeof g.config.SUPPORT_DIR, "%s/support", QMR_SOURCE_DIR);
-        char path[300];
-        snprintf(path, sizeof path, "%s/main.mnu", g.config.SUPPORT_DIR);
-        ASSERT_EQ(MenuBar_Load(&g.menus.bar, path), 1);
-    }
-    static std::string At(int x, int y) {
-        return " xdotool search --name 'Quillmoor Sculptor' mousemove --window %1 " + std::to_string(x) + " " +
-               std::to_string(y) + " click 1; sleep 0.4;";
-    }
     // A click in the TOP view (slot 2) a little past a grid point, which SNAP takes back to it.
     static std::string Pick(double x, double z) {
-        View_Project(&g.view.Viewports[2], {x + (x < 0 ? -0.3 : 0.3), 0, z + (z < 0 ? -0.3 : 0.3)});
-        return At((int)g.view.Viewports[2].screen_x, (int)g.view.Viewports[2].screen_y);
-    }
-    static std::string Menu(int code) {
-        for (const MenuTitle& t : g.menus.bar.titles)
-            for (size_t i = 0; i < t.items.size(); i++)
-                if (t.items[i].code == code) return At(t.x1 + 2, 5) + At(t.bx1 + 10, t.by1 + (int)i * SCREEN_LINE + 7);
-        ADD_FAILURE() << "no menu item for " << code;
-        return "";
-    }
-    static std::string Dlg(const char* file, const char* kind, int id) {
-        DlgSpot s = Dlg_Find(Dlg_Support(file), kind, id, 80, 32);
-        EXPECT_TRUE(s.found) << file << " " << kind << " " << id;
-        return At(s.col * 8 + 4, s.row * 15 + 7);
-    }
-    static std::string Type(const std::string& text) {
-        return " xdotool type --delay 30 -- '" + text + "'; xdotool key Return; sleep 0.4;";
+        auto [px, py] = PixelOf({x + (x < 0 ? -0.3 : 0.3), 0, z + (z < 0 ? -0.3 : 0.3)}, &g.view.Viewports[2]);
+        return At(px, py);
     }
     static std::string Key(const char* key) { return " xdotool key " + std::string(key) + "; sleep 0.4;"; }
-    void Act(const std::string& when, const std::string& steps) {
-        opt.actions.push_back({when, "DISPLAY=@DISPLAY@ sh -c \"xdotool search --sync --name 'Quillmoor Sculptor'"
-                                     " windowfocus --sync >/dev/null 2>&1; sleep 0.3;" + steps + "\""});
-    }
 };
 
 TEST_F(PrimsSession, CreateExportAndRender) {
@@ -93,10 +56,10 @@ TEST_F(PrimsSession, CreateExportAndRender) {
     Act("Command: ", Type("CAMERA"));
     Act("CAMERA> Camera point: ", Type("5,4,-12"));
     Act("CAMERA> Look_At point: ", Type("0,1,0"));
-    Act("Command: ", Type("LAYERS") + Dlg("layers.dlg", "TEXTBOX", 7) +
-                         Dlg("texture.dlg", "TEXTBOX", 20) + Type("Jade") + Dlg("texture.dlg", "BUTTON", 1) +
-                         Dlg("layers.dlg", "BUTTON", 1) + " sleep 0.5;" + Type("CAMSET") +
-                         Dlg("camera.dlg", "CHECK", 11) + Dlg("camera.dlg", "BUTTON", 1) + " sleep 0.5;" +
+    Act("Command: ", Type("LAYERS") + Click("layers.dlg", "TEXTBOX", 7) +
+                         Click("texture.dlg", "TEXTBOX", 20) + Type("Jade") + Click("texture.dlg", "BUTTON", 1) +
+                         Click("layers.dlg", "BUTTON", 1) + " sleep 0.5;" + Type("CAMSET") +
+                         Click("camera.dlg", "CHECK", 11) + Click("camera.dlg", "BUTTON", 1) + " sleep 0.5;" +
                          Type("EXPORTPOV"));
     Act("Making <", Type("EXIT"));
     Act("<Yes>: ", Type("N"));

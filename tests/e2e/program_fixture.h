@@ -73,12 +73,49 @@ class ProgramTest : public QmrTest {
         opt.actions.push_back({when, "DISPLAY=@DISPLAY@ sh -c \"" + cmd + "\""});
     }
 
+    // The program's screen, views and menus as it starts (after loading
+    // `path` when one is given), set up in this process so that a test can
+    // work out where the program will draw things.
+    void AsTheProgram(const std::string& path = "") {
+        State_Reset();
+        Headless_Reset();
+        Screen_Open(18);
+        Views_SetScreen(g.screen.width, g.screen.height, SCREEN_LINE, g.screen.inputLineY);
+        Views_SetAreaWidth(g.screen.sideMenuX);
+        Views_Reset();
+        snprintf(g.config.SUPPORT_DIR, sizeof g.config.SUPPORT_DIR, "%s/support", QMR_SOURCE_DIR);
+        char menu[300];
+        snprintf(menu, sizeof menu, "%s/main.mnu", g.config.SUPPORT_DIR);
+        ASSERT_EQ(MenuBar_Load(&g.menus.bar, menu), 1);
+        if (path.empty()) return;
+        testing::internal::CaptureStdout();
+        ASSERT_EQ(WorkFile_Load(path.c_str()), 1);
+        testing::internal::GetCapturedStdout();
+    }
+    // The pixel of a world point in viewport `v` (the working one by default).
+    static std::pair<int, int> PixelOf(Point3 p, Viewport* v = nullptr) {
+        if (!v) v = &g.view.Active_Viewport;
+        View_Project(v, p);
+        return {(int)v->screen_x, (int)v->screen_y};
+    }
+    // A left click at a pixel of the program's window.
+    static std::string At(int x, int y) {
+        return " xdotool search --name 'Quillmoor Sculptor' mousemove --window %1 " + std::to_string(x) + " " +
+               std::to_string(y) + " click 1; sleep 0.4;";
+    }
+    // A pick of menu bar entry `code`.
+    static std::string Menu(int code) {
+        for (const MenuTitle& t : g.menus.bar.titles)
+            for (size_t i = 0; i < t.items.size(); i++)
+                if (t.items[i].code == code) return At(t.x1 + 2, 5) + At(t.bx1 + 10, t.by1 + (int)i * SCREEN_LINE + 7);
+        ADD_FAILURE() << "no menu item for " << code;
+        return "";
+    }
     // A click on an element of a support dialog, at 640 x 480 (80 x 32 cells of 8 x 15).
     static std::string Click(const char* file, const char* kind, int id) {
         DlgSpot s = Dlg_Find(Dlg_Support(file), kind, id, 80, 32);
         EXPECT_TRUE(s.found) << file << " " << kind << " " << id;
-        return " xdotool search --name 'Quillmoor Sculptor' mousemove --window %1 " + std::to_string(s.col * 8 + 4) +
-               " " + std::to_string(s.row * 15 + 7) + " click 1; sleep 0.4;";
+        return At(s.col * 8 + 4, s.row * 15 + 7);
     }
     static std::string Type(const std::string& text) {
         return " xdotool type --delay 30 -- '" + text + "'; xdotool key Return; sleep 0.4;";

@@ -7,7 +7,7 @@
 namespace {
 
 // Pixel (x, y) of a picture: "r g b", 0..255.
-std::string PixelOf(const std::string& picture, int x, int y) {
+std::string PixelAt(const std::string& picture, int x, int y) {
     std::string at = "p{" + std::to_string(x) + "," + std::to_string(y) + "}";
     return RunProcess({"convert", picture, "-format",
                        "%[fx:int(255*" + at + ".r)] %[fx:int(255*" + at + ".g)] %[fx:int(255*" + at + ".b)]", "info:"},
@@ -63,10 +63,10 @@ TEST_F(ProgramTest, RenderRunsPovrayThroughTheLauncherAndWritesThePicture) {
 
     const std::string image = root.file("pov/scenes/ball.ppm");   // RAW output becomes PPM
     EXPECT_EQ(RunProcess({"identify", "-format", "%m %wx%h", image}, {}).out, "PPM 320x200");
-    EXPECT_TRUE(Red(PixelOf(image, 160, 100))) << PixelOf(image, 160, 100);
+    EXPECT_TRUE(Red(PixelAt(image, 160, 100))) << PixelAt(image, 160, 100);
     for (auto [x, y] : {std::pair{0, 0}, {319, 0}, {0, 199}, {319, 199}})
-        EXPECT_EQ(PixelOf(image, x, y), "0 0 0") << x << "," << y;
-    EXPECT_TRUE(Red(PixelOf(shot, 820, 140))) << PixelOf(shot, 820, 140);   // the window's middle
+        EXPECT_EQ(PixelAt(image, x, y), "0 0 0") << x << "," << y;
+    EXPECT_TRUE(Red(PixelAt(shot, 820, 140))) << PixelAt(shot, 820, 140);   // the window's middle
 }
 
 }  // namespace
