@@ -216,7 +216,10 @@ int View_LineTo(Viewport* vp, Point3 p) {
     }
     vp->pen_x = x2;
     vp->pen_y = y2;
-    if (!Finite4(x1, y1, x2, y2)) return 0;
+    // A line that draws nothing still lets the user stop the drawing: a
+    // scene can be all off-screen or degenerate lines.
+    const bool may_stop = vp->line_mode != LINE_HIT_TEST;
+    if (!Finite4(x1, y1, x2, y2)) return may_stop ? UserStop() : 0;
 
     if (vp->extents_mode) {
         vp->ext_max_x = std::fmax(vp->ext_max_x, std::fmax(x1, x2));
@@ -227,7 +230,7 @@ int View_LineTo(Viewport* vp, Point3 p) {
         return 0;
     }
 
-    if (!ClipToRect(vp, &x1, &y1, &x2, &y2)) return 0;
+    if (!ClipToRect(vp, &x1, &y1, &x2, &y2)) return may_stop ? UserStop() : 0;
     int ix1 = ToPixel(x1), iy1 = ToPixel(y1), ix2 = ToPixel(x2), iy2 = ToPixel(y2);
 
     if (vp->line_mode == LINE_HIT_TEST) return HitTest(vp, ix1, iy1, ix2, iy2);

@@ -8,12 +8,13 @@ namespace {
 
 class LoadRedrawTest : public SessionTest {
   protected:
-    // Saves a scene of `spheres` spheres of `segments` segments and clears it.
-    std::string SaveSpheres(int spheres, int segments) {
+    // Saves a scene of `spheres` spheres of `segments` segments, each radius
+    // `size` times its number, and clears it.
+    std::string SaveSpheres(int spheres, int segments, double size = 1) {
         for (int i = 0; i < spheres; i++) {
             PrimitiveData s = Primitive_Default();
             s.prim_type = PRIM_SPHERE;
-            s.p1 = 2 + i;
+            s.p1 = (2 + i) * size;
             s.prim_aux = segments;
             EXPECT_NE(Add_Primitive(&s), nullptr);
         }
@@ -44,6 +45,19 @@ TEST_F(LoadRedrawTest, KeyStopsTheRedrawOfAHugeSceneAtOnce) {
     int n = 0;
     for (const Object* o = g.scene.First_Layer->first_object; o; o = o->next) n++;
     EXPECT_EQ(n, 3);
+
+    // Spheres that draw no pixel at all, far larger than the views or of
+    // a size that is not finite on the screen, stop at the key just the same.
+    for (double size : {1e9, 1e308}) {
+        Scene_Clear();
+        Layer_NewFirst();
+        const std::string unseen = SaveSpheres(3, 1024, size);
+        Headless_ClearTranscript();
+        Headless_PushKey('q');
+        EXPECT_EQ(WorkFile_Load(unseen.c_str()), 1);
+        EXPECT_EQ(Count(Headless_Transcript(), " Terminated..."), 1) << size;
+        EXPECT_EQ(X11_GetKey(), 'q');
+    }
 
     // A scene that draws in less than the grace time is drawn whole although
     // keys are waiting (typed ahead of the redraw).

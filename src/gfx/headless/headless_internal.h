@@ -29,6 +29,7 @@ struct Display {
     std::deque<Event> queue;
     long idlePolls = 0;                       // polls in a row that found nothing
     long ticks = 0;                           // the clock in microseconds: one per line drawn
+    long clockReadAt = -1;                    // ticks at the last clock read
     long inputAt = 0;                         // queued input is held until the clock reaches this
     std::string transcript;
     std::vector<Headless_Segment> segments;   // lines asked for, bounded
