@@ -231,3 +231,28 @@ int Poly_Edit(Object* obj, Layer* layer);       // forms 1, 9, 10
 int Sweep_Edit(Object* obj, Layer* layer);      // forms 2, 3, 4
 int Mesh_Edit(Object* obj, Layer* layer);       // form 5
 int PrimPoly_Edit(Object* obj, Layer* layer);   // forms 6, 7, 8
+
+// --- facets and polygon solids (cmd_shapes.cpp) ---
+int Com_PCube();        // 202
+int Com_Pyramid();      // 203
+int Com_Wedge();        // 204
+int Com_Triangle();     // 205
+int Com_Face();         // 206
+int Com_Mesh();         // 207
+
+// --- complex shapes and Bezier patches (cmd_complex.cpp) ---
+int Com_Bezier();       // 208: bezier.dlg chooses one of the five below
+int Com_Staircase();    // 209
+int Com_ScrewThread();  // 210
+int Com_Spring();       // 211
+int Com_Complex();      // 219: complex.dlg chooses a solid or complex shape
+int Com_BTorus();
+int Com_BDish();
+int Com_BSphere();
+int Com_BCylinder();
+int Com_BCylinder2();
+
+// --- corner edit machines reached from 302 (cmd_facet_edit.cpp) ---
+// 1 after E, 0 when another command replaced the input.
+int Triangle_Edit(Object* obj, Layer* layer);
+int Face_Edit(Object* obj, Layer* layer);

@@ -125,8 +125,8 @@ const EditEntry kEditMachines[] = {
     {KIND_POLYLINE, FORM_EXTRUSION, FORM_CONE_SWEEP, "SWEEP", Sweep_Edit},
     {KIND_POLYLINE, FORM_POLY_MESH, FORM_POLY_MESH, "MESH", Mesh_Edit},
     {KIND_POLYLINE, FORM_POLY_CUBE, FORM_POLY_PYRAMID, "PRIMPOLY", PrimPoly_Edit},
-    {KIND_TRIANGLE, 0, 0, "TRIANGLE", nullptr},
-    {KIND_3DFACE, 0, 0, "FACE", nullptr},
+    {KIND_TRIANGLE, 0, 0, "TRIANGLE", Triangle_Edit},
+    {KIND_3DFACE, 0, 0, "FACE", Face_Edit},
     {KIND_PRIMITIVE, 0, 0, "PRIMITIVE", Primitive_Edit},
     {KIND_LIGHT, 0, 0, "LIGHT", Light_Edit},
 };

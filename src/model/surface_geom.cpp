@@ -346,16 +346,25 @@ int Poly_DrawWall(const PolylineData* poly) {
     return 0;
 }
 
+// The bottom is emitted as P0, P3, P2, P1 (the same facet, the same split
+// along P0-P2) so that it faces away from the top like the other faces.
 int Poly_DrawCube(const PolylineData* poly) {
     if (!poly || !poly->points || poly->count < 8) return 0;
-    return Solid8(poly->points);
+    const Point3* P = poly->points;
+    if (Output_Quad(P[0], P[3], P[2], P[1], 15)) return 1;
+    if (Output_Quad(P[4], P[5], P[6], P[7], 15)) return 1;
+    for (int k = 0; k < 4; k++) {
+        int k1 = (k + 1) % 4;
+        if (Output_Quad(P[k], P[k1], P[k1 + 4], P[k + 4], 2)) return 1;
+    }
+    return 0;
 }
 
 // End triangles P0 P1 P2 and P4 P5 P6, three sides along the extrusion.
 int Poly_DrawWedge(const PolylineData* poly) {
     if (!poly || !poly->points || poly->count < 8) return 0;
     const Point3* P = poly->points;
-    if (Output_Triangle(P[0], P[1], P[2], 7)) return 1;
+    if (Output_Triangle(P[0], P[2], P[1], 7)) return 1;   // facing away from the far end
     if (Output_Triangle(P[4], P[5], P[6], 7)) return 1;
     for (int k = 0; k < 3; k++) {
         int k1 = (k + 1) % 3;
@@ -364,11 +373,12 @@ int Poly_DrawWedge(const PolylineData* poly) {
     return 0;
 }
 
-// The base P0..P3 and four triangles to the tip P4.
+// The base P0..P3 (emitted P0, P3, P2, P1: facing away from the tip) and
+// four triangles to the tip P4.
 int Poly_DrawPyramid(const PolylineData* poly) {
     if (!poly || !poly->points || poly->count < 8) return 0;
     const Point3* P = poly->points;
-    if (Output_Quad(P[0], P[1], P[2], P[3], 15)) return 1;
+    if (Output_Quad(P[0], P[3], P[2], P[1], 15)) return 1;
     for (int k = 0; k < 4; k++)
         if (Output_Triangle(P[k], P[(k + 1) % 4], P[4], 2)) return 1;
     return 0;

@@ -418,13 +418,14 @@ int Dialog_Load(Dialog* d, const char* path) {
     return rc;
 }
 
-int Dialog_Open(Dialog* d, const char* name) {
+int Dialog_Open(Dialog* d, const char* name, const char* failure) {
     Dialog_Init(d);
     char path[FIELD_MAX * 2];
     SupportPath(path, sizeof path, name);
     if (Dialog_Load(d, path) == DIALOG_OK && d->open) return 1;
     Dialog_Close(d);
-    Msg_Printf("Can't find %s, or Out of Memory!", name);
+    if (failure) Msg_Printf("%s", failure);
+    else Msg_Printf("Can't find %s, or Out of Memory!", name);
     return 0;
 }
 

@@ -29,8 +29,8 @@ void Dialog_Init(Dialog* dialog);
 // skipped; reading stops at the first error.
 int Dialog_Load(Dialog* dialog, const char* path);
 // Init, then Load of SUPPORT_DIR/name. On failure prints "Can't find <name>,
-// or Out of Memory!", restores what was drawn and returns 0.
-int Dialog_Open(Dialog* dialog, const char* name);
+// or Out of Memory!" (or `failure`), restores what was drawn and returns 0.
+int Dialog_Open(Dialog* dialog, const char* name, const char* failure = nullptr);
 // Runs until an element is clicked (result id, text of a TEXTBOX, value of a
 // GRAPH) or Ctrl-C / Escape cancels (id -1). Returns 1.
 int Dialog_Run(Dialog* dialog, DialogResult* result);

@@ -10,6 +10,8 @@
 
 #include "e2e/process.h"
 #include "headless_session.h"
+#include "cmd/cmd.h"
+#include "cmd/codes.h"
 #include "workfile/wf_test_util.h"
 
 namespace {
@@ -147,8 +149,38 @@ TEST_F(OomSweep, EveryAllocationOfEveryOperationFailsCleanly) {
         {"change of layer", [] { EditScene(); },
          [] { return Xform_Run({0, 0, 0}, {0, 0, 0}, XFORM_LAYER); }, REPORTED, nullptr},
     };
+    // The shape commands, their answers typed ahead.
+    struct Shape {
+        const char* name;
+        int (*run)();
+        const char* answers;
+    };
+    const Shape shapes[] = {
+        {"PCUBE", Com_PCube, "0,0,0\n1\n\n\n"},
+        {"PYRAMID", Com_Pyramid, "0,0,0\n1\n1\n1\n"},
+        {"WEDGE", Com_Wedge, "0,0,0\n1\n1\n1\n"},
+        {"MESH", Com_Mesh, "0,0,0\n1,0,0\n1,0,1\n0,0,1\n2\n3\n"},
+        {"FACE", Com_Face, "0,0,0\n1,0,0\n1,0,1\n0,0,1\n"},
+        {"TRIANGLE", Com_Triangle, "0,0,0\n1,0,0\n1,0,1\n"},
+        {"STAIRCASE", Com_Staircase, "0,0,0\n1\n1\n2\n5\n"},
+        {"SCREWTHREAD", Com_ScrewThread, "0,0,0\n10\n1\n0.5\n1\n4\n\n"},
+        {"SPRING", Com_Spring, "0,0,0\n4\n0.5\n1\n0\n2\n30\n"},
+        {"B_TORUS", Com_BTorus, "0,0,0\n3\n1\n"},
+        {"B_DISH", Com_BDish, "0,0,0\n2\n"},
+        {"B_SPHERE", Com_BSphere, "0,0,0\n2\n"},
+        {"B_CYLINDER", Com_BCylinder, "0,0,0\n4\n1\n2\n"},
+        {"B_CYLINDER2", Com_BCylinder2, "0,0,0\n4\n1\n3\n"},
+    };
+    std::vector<Op> all(std::begin(ops), std::end(ops));
+    for (const Shape& sh : shapes)
+        all.push_back({sh.name, [sh] {
+                           Layer_NewFirst();
+                           g.input.currentCommand = CMD_PCUBE;   // a command runs: typed values are answers
+                           Headless_PushText(sh.answers);
+                       },
+                       sh.run, REPORTED, nullptr});
     std::map<std::string, long> sites;
-    for (const Op& op : ops) {
+    for (const Op& op : all) {
         SCOPED_TRACE(op.name);
         Fresh();
         op.setup();

@@ -39,6 +39,8 @@ const std::map<std::string, std::vector<Want>>& Wanted() {
          {{"BUTTON", {1, 2, 3, 8, 11, 12, 13}}, {"GRAPH", {4}}, {"CHECK", {5}}, {"TEXTBOX", {6, 7, 9, 10}}}},
         {"trans.dlg", {{"BUTTON", {0, 1}}, {"TEXTBOX", Range(2, 10)}}},
         {"viewport.dlg", {{"SHAPE", Range(1, 7)}, {"BUTTON", {0}}}},
+        {"bezier.dlg", {{"SHAPE", Range(1, 5)}, {"BUTTON", {0}}}},
+        {"complex.dlg", {{"SHAPE", Range(1, 6)}, {"BUTTON", {0, 7}}}},
         {"variable.dlg", {{"BUTTON", {0, 1}}, {"TEXTBOX", Range(2, 13)}, {"CHECK", Range(14, 28)}}},
         {"options.dlg",
          {{"BUTTON", {0, 1, 2, 3}}, {"CHECK", Range(4, 10)}, {"TEXTBOX", {11, 12}}, {"TEXTBOX", Range(13, 21)}}},
