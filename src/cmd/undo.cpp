@@ -22,12 +22,12 @@
 // this happens to a scene.
 #include "cmd/undo.h"
 
+#include <cstdlib>
 #include <cstring>
 
 #include "base/message.h"
 #include "cmd/codes.h"
 #include "scene/layers.h"
-#include "scene/mem.h"
 #include "state.h"
 #include "ui/command_names.h"
 #include "view/view_commands.h"
@@ -65,7 +65,7 @@ bool SameCamera(const UndoCamera& a, const UndoCamera& b) {
 
 void FreeStep(UndoStep* s) {
     WorkFile_FreeSnapshot(&s->scene);
-    Mem_Free(s->selected);
+    free(s->selected);
     *s = UndoStep{};
 }
 
@@ -93,7 +93,8 @@ void Warn() {
 // from the newest, as the reader rebuilds them. 0 when out of memory.
 int CaptureSelection(UndoStep* s) {
     if (g.scene.Selected_Count <= 0) return 1;
-    s->selected = static_cast<long*>(Mem_Alloc(sizeof(long) * g.scene.Selected_Count));
+    if (g.workfile.Snapshot_Fail > 0 && --g.workfile.Snapshot_Fail == 0) return 0;
+    s->selected = static_cast<long*>(malloc(sizeof(long) * g.scene.Selected_Count));
     if (!s->selected) return 0;
     long n = 0;
     for (const Layer* l = g.scene.First_Layer; l; l = l->next)

@@ -21,7 +21,7 @@ struct UndoStep {
     WfSnapshot scene;             // objects, layers, settings, stored views
     int slot = 1;                 // current viewport
     UndoCamera camera{};
-    long* selected = nullptr;     // Mem_ block: ordinals of the selected objects
+    long* selected = nullptr;     // malloc block: ordinals of the selected objects
     long selected_count = 0;
 };
 

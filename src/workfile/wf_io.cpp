@@ -1,9 +1,9 @@
 // wf_io.cpp - little-endian value I/O shared by the work-file reader and writer.
 #include "workfile/wf_io.h"
 
+#include <cstdlib>
 #include <cstring>
 
-#include "scene/mem.h"
 #include "state.h"
 
 const char kMagic210[35] = "Quillmoor Sculptor 2.10 work file!";
@@ -81,9 +81,12 @@ int ToMemory(WfMemory* m, const unsigned char* bytes, size_t n) {
         return 1;
     }
     if (m->capacity - m->size < n) {
-        size_t want = m->capacity ? m->capacity : WF_BUFFER;
+        size_t want = m->capacity ? m->capacity : (size_t)WF_BUFFER;
         while (want - m->size < n) want *= 2;
-        void* grown = Mem_Realloc(m->data, want);
+        // Plain heap, not Mem_: the scene's own allocation count stays the
+        // commands'; Snapshot_Fail stands in for running out here.
+        if (g.workfile.Snapshot_Fail > 0 && --g.workfile.Snapshot_Fail == 0) return 0;
+        void* grown = realloc(m->data, want);
         if (!grown) return 0;
         m->data = static_cast<unsigned char*>(grown);
         m->capacity = want;

@@ -6,9 +6,9 @@
 // user the old file. All writes go through wf_io.cpp, which buffers them and
 // keeps a sticky error flag checked once at the end.
 #include <cstdio>
+#include <cstdlib>
 
 #include "base/safe_file.h"
-#include "scene/mem.h"
 #include "scene/layers.h"
 #include "state.h"
 #include "workfile/wf_internal.h"
@@ -133,7 +133,7 @@ int WorkFile_Snapshot(WfSnapshot* s) {
     g.workfile.Snapshot_Mode = 0;
     g.workfile.Write_Error = keep_error;
     if (!ok) {
-        Mem_Free(m.data);
+        free(m.data);
         return 0;
     }
     s->data = m.data;
@@ -160,6 +160,6 @@ int WorkFile_SameScene(const WfSnapshot* s) {
 }
 
 void WorkFile_FreeSnapshot(WfSnapshot* s) {
-    Mem_Free(s->data);
+    free(s->data);
     *s = WfSnapshot{};
 }

@@ -17,6 +17,7 @@ struct WorkFileState {
     int Load_Count = 0;     // loads that replaced the scene so far
     int Snapshot_Mode = 0;  // writing a snapshot: key 20 is written as 0
     int Restore_Slot = 0;   // restoring a snapshot: the viewport made current (0: a load)
+    int Snapshot_Fail = 0;  // tests: the n-th snapshot block from now fails (0: never)
 };
 
 // A scene kept in memory for undo: the work-file sections of the settings,
@@ -25,7 +26,7 @@ struct WorkFileState {
 // two snapshots can be compared without the views (a zoom changes no scene).
 // The current viewport is not in it (key 20 is written as 0).
 struct WfSnapshot {
-    unsigned char* data = nullptr;   // Mem_ block
+    unsigned char* data = nullptr;   // malloc block (not counted with the scene's)
     size_t size = 0;
     size_t scene_size = 0;
 };

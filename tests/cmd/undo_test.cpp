@@ -288,7 +288,7 @@ TEST_F(UndoTest, OutOfMemoryDropsOldestStepsOnce) {
     const char* kDropped = "\nLow on memory: the oldest undo steps were dropped";
 
     Headless_ClearTranscript();
-    Mem_FailAfter(1);   // the snapshot's first block
+    g.workfile.Snapshot_Fail = 1;   // the snapshot's first block
     ASSERT_TRUE(Play("POINTLIGHT\n3,5,2\n"));
     EXPECT_EQ(Count(Headless_Transcript(), kDropped), 1);
     EXPECT_EQ(Undo_Count(), 2);   // the oldest went, this one came
@@ -296,19 +296,19 @@ TEST_F(UndoTest, OutOfMemoryDropsOldestStepsOnce) {
     ASSERT_EQ(newest->kind, KIND_LIGHT);
     EXPECT_EQ(((const LightData*)newest->data)->position.x, 3);
 
-    Mem_FailAfter(1);
+    g.workfile.Snapshot_Fail = 1;
     ASSERT_TRUE(Play("POINTLIGHT\n4,5,2\n"));
     EXPECT_EQ(Count(Headless_Transcript(), kDropped), 1);   // said once
 
     // Nothing left to drop: the command still runs, without a step.
     Undo_Clear();
     Headless_ClearTranscript();
-    Mem_FailAfter(1);
+    g.workfile.Snapshot_Fail = 1;
     ASSERT_TRUE(Play("POINTLIGHT\n5,5,2\n"));
     EXPECT_EQ(Count(Headless_Transcript(), kDropped), 1);
     EXPECT_EQ(Undo_Count(), 0);
     EXPECT_EQ(((const LightData*)g.scene.First_Layer->first_object->data)->position.x, 5);
-    Mem_FailAfter(0);
+    EXPECT_EQ(g.workfile.Snapshot_Fail, 0);
 }
 
 }  // namespace
