@@ -2,6 +2,7 @@
 #include "state.h"
 
 #include "cmd/cmd.h"
+#include "cmd/undo.h"
 #include "scene/layers.h"
 #include "startup/config.h"
 #include "ui/menu.h"
@@ -11,6 +12,7 @@
 State g;
 
 void State_Reset() {
+    Undo_Clear();   // its snapshots are scene blocks
     Scene_Clear();
     Zoom_FreeAll();
     Shade_End();   // a run cut short keeps no buffers

@@ -4,6 +4,8 @@
 
 #include <vector>
 
+#include "cmd/undo_state.h"
+
 using CommandFn = int (*)();   // 1 finished, 0 its input was replaced by another code
 
 // A command added (or replaced) at run time, beyond the built-in table.
@@ -16,4 +18,5 @@ struct ExtraCommand {
 struct CmdState {
     std::vector<ExtraCommand> extraCommands;   // searched before the built-in table
     int sceneChanged;   // the layers dialog changed what the views show
+    UndoState undo;     // UNDO and REDO steps
 };

@@ -136,4 +136,8 @@ enum CommandCode : int {
     CMD_UNPICK_OBJECT = 955,   // one pick: deselect the object
     CMD_WINDOW_SELECT = 956,   // one window: select what is in it
     CMD_WINDOW_DESELECT = 957, // one window: deselect what is in it
+
+    // undo, beyond the hundreds above
+    CMD_UNDO = 1101,
+    CMD_REDO = 1102,
 };

@@ -12,6 +12,7 @@
 #include <cstdio>
 
 #include "cmd/codes.h"
+#include "cmd/undo.h"
 #include "input/input.h"
 #include "base/message.h"
 #include "model/selection.h"
@@ -117,6 +118,8 @@ const CommandEntry kCommands[] = {
     {CMD_WINDOW_SELECT, Com_WindowSelect, 0},
     {CMD_WINDOW_DESELECT, Com_WindowDeselect, 0},
     {CMD_TEXTURE_DIALOG, Com_Textures, 0},
+    {CMD_UNDO, Com_Undo, 0},
+    {CMD_REDO, Com_Redo, 0},
 
     {CMD_REDRAW, Com_Redraw, 1},
     {CMD_ZOOM_IN, Com_ZoomIn, 1},
@@ -202,7 +205,9 @@ void CommandLoop() {
         in.currentCommand = Input_GetCommand("\nCommand: ");
         const int code = in.currentCommand;
         in.InputResult.code = CMD_NONE;   // taken: only a replacing code may be left
+        Undo_Before(code);
         int r = Command_Run(code);
+        Undo_After();
         if (r >= 0) result = r;
         if (code == CMD_EXIT && r > 0) break;
         if (code == CMD_NEW && r > 0) {

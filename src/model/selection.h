@@ -2,8 +2,9 @@
 //
 // g.scene.Selected_Count always equals the number of marked objects; only
 // Object_SetSelected, Selection_Clear, the hit passes of the selection
-// prompts and the transform engine (which deselects or frees the objects it
-// processes) change marks. A marked object is drawn in the highlight colour
+// prompts, the transform engine (which deselects or frees the objects it
+// processes) and UNDO (which puts back the marks of a step) change marks.
+// A marked object is drawn in the highlight colour
 // (general_color), any other in its layer's colour.
 #pragma once
 

@@ -93,7 +93,7 @@ Object* Object_Add(void* data, int kind) {
     if (!layer) return nullptr;
     Object* obj = static_cast<Object*>(Mem_Alloc(sizeof(Object)));
     if (!obj) return nullptr;
-    obj->texture[0] = '\0';
+    memset(obj->texture, 0, sizeof obj->texture);   // the work file writes the whole field
     obj->prev = nullptr;
     obj->next = layer->first_object;
     obj->data = data;

@@ -9,6 +9,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
@@ -173,6 +174,10 @@ void ReadOtherKey(const char* key, const char* line) {
     } else if (SameName(key, "mouse_speed")) {
         if (has1) c.Mouse_SpeedX = atoi(v1);
         if (has2) c.Mouse_SpeedY = atoi(v2);
+    } else if (SameName(key, "undo_steps")) {
+        if (has1) c.Undo_Steps = std::clamp(atoi(v1), 0, 1000);
+    } else if (SameName(key, "undo_memory")) {   // megabytes
+        if (has1) c.Undo_Memory = (long)std::clamp(atoi(v1), 1, 4096) << 20;
     }
 }
 
@@ -227,6 +232,8 @@ void Config_SetDefaults() {
     c.Crosshairs_Full = 1;
     c.Crosshairs_Size = 10;
     c.Mouse_SpeedX = c.Mouse_SpeedY = 8;
+    c.Undo_Steps = 50;
+    c.Undo_Memory = 32L << 20;
     strcpy(g.run.workFileName, "qmr");
     strcpy(g.run.Scene_Name, "qmr");
     strcpy(g.run.Image_Name, "qmr");

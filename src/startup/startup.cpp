@@ -17,6 +17,7 @@
 #include "base/field.h"
 #include "base/message.h"
 #include "cmd/cmd.h"
+#include "cmd/undo.h"
 #include "gfx/gfx.h"
 #include "gfx/screen.h"
 #include "input/status_line.h"
@@ -69,6 +70,7 @@ void SetWorkPath(const char* name) {
 
 void Shutdown() {
     MenuBar_Free(&g.menus.bar);
+    Undo_Clear();
     Scene_Clear();
     Zoom_FreeAll();
     X11_MouseReset();
@@ -176,6 +178,7 @@ void Startup_Run(int argc, char** argv) {
                      g.view.Active_Viewport.SNAP, "0, 0, 0"});
         if (!loaded) Views_RedrawAll();   // a loaded file has drawn its views
         Zoom_ResetAll();
+        Undo_Clear();   // nothing before a loaded or new scene to go back to
         CommandLoop();
         if (!g.run.restartFlag) Exit(0);
         Startup_Restart();

@@ -33,6 +33,8 @@ struct ConfigState {
     int Crosshairs_Full;        // 1: crosshair across the drawing area, 0: small cross
     int Crosshairs_Size;        // half-size of the small cross in pixels
     int Mouse_SpeedX, Mouse_SpeedY;
+    int Undo_Steps;             // UNDO goes back at most this many commands
+    long Undo_Memory;           // bytes the kept undo and redo steps may use together
     ScreenColors colors;
 };
 

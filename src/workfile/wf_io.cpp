@@ -1,6 +1,7 @@
 // wf_io.cpp - little-endian value I/O shared by the work-file reader and writer.
 #include "workfile/wf_io.h"
 
+#include <cstdlib>
 #include <cstring>
 
 #include "state.h"
@@ -42,7 +43,16 @@ size_t Refill(WfIn* in) {
     memmove(in->buf, in->buf + in->pos, rest);
     in->pos = 0;
     in->len = rest;
-    size_t got = in->eof ? 0 : fread(in->buf + rest, 1, sizeof in->buf - rest, in->f);
+    size_t got = 0;
+    if (in->eof) {
+    } else if (in->mem) {
+        got = in->mem_size - in->mem_pos;
+        if (got > sizeof in->buf - rest) got = sizeof in->buf - rest;
+        memcpy(in->buf + rest, in->mem + in->mem_pos, got);
+        in->mem_pos += got;
+    } else {
+        got = fread(in->buf + rest, 1, sizeof in->buf - rest, in->f);
+    }
     in->len += got;
     return got;
 }
@@ -62,12 +72,43 @@ const unsigned char* Take(WfIn* in, size_t n) {
     return at;
 }
 
+// A block for memory: compared, or appended (the block grows by doubling).
+int ToMemory(WfMemory* m, const unsigned char* bytes, size_t n) {
+    if (m->against) {
+        if (m->compared + n > m->against_size || memcmp(m->against + m->compared, bytes, n) != 0)
+            m->differs = 1;
+        m->compared += n;
+        return 1;
+    }
+    if (m->capacity - m->size < n) {
+        size_t want = m->capacity ? m->capacity : (size_t)WF_BUFFER;
+        while (want - m->size < n) want *= 2;
+        // Plain heap, not Mem_: the scene's own allocation count stays the
+        // commands'; Snapshot_Fail stands in for running out here.
+        if (g.workfile.Snapshot_Fail > 0 && --g.workfile.Snapshot_Fail == 0) return 0;
+        void* grown = realloc(m->data, want);
+        if (!grown) return 0;
+        m->data = static_cast<unsigned char*>(grown);
+        m->capacity = want;
+    }
+    memcpy(m->data + m->size, bytes, n);
+    m->size += n;
+    return 1;
+}
+
 }  // namespace
 
 int Wf_Flush(WfOut* o) {
     if (g.workfile.Write_Error) return 0;
     size_t n = o->used;
     o->used = 0;
+    if (o->mem) {
+        if (n && !ToMemory(o->mem, o->buf, n)) {
+            g.workfile.Write_Error = 1;
+            return 0;
+        }
+        return 1;
+    }
     if (n && fwrite(o->buf, 1, n, o->f) != n) {
         g.workfile.Write_Error = 1;
         return 0;

@@ -21,14 +21,29 @@ extern const char kMagic20A[35];
 
 enum { WF_BUFFER = 1 << 16 };
 
+// Where a writer without a file puts its bytes: kept in a growing block
+// (recording), or only compared with bytes kept before (comparing, while
+// `against` is set), which allocates nothing.
+struct WfMemory {
+    unsigned char* data = nullptr;         // recording: Mem_ block, `size` bytes used
+    size_t size = 0, capacity = 0;
+    const unsigned char* against = nullptr; // comparing: the bytes to match
+    size_t against_size = 0;
+    size_t compared = 0;                   // bytes compared so far
+    int differs = 0;                       // a compared byte (or the length) differed
+};
+
 struct WfOut {
     FILE* f = nullptr;
+    WfMemory* mem = nullptr;         // set instead of f: writes go to memory
     size_t used = 0;                 // bytes waiting in buf
     unsigned char buf[WF_BUFFER];
 };
 
 struct WfIn {
     FILE* f = nullptr;
+    const unsigned char* mem = nullptr;   // read from memory instead of f
+    size_t mem_size = 0, mem_pos = 0;
     size_t pos = 0, len = 0;         // buf[pos..len) is read and not yet taken
     int eof = 0;                     // a read went past the end (or failed)
     unsigned char buf[WF_BUFFER];

@@ -248,7 +248,7 @@ int Wf_AddObject(int kind, void* record, const char* texture, int flags) {
         case KIND_LIGHT: obj = Add_Light(static_cast<LightData*>(record)); break;
     }
     if (!obj) return 0;
-    if (texture[0]) memcpy(obj->texture, texture, sizeof obj->texture);
+    memcpy(obj->texture, texture, sizeof obj->texture);   // all of it, as it was written
     obj->flags = static_cast<u8>(flags);
     return 1;
 }

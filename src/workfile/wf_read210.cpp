@@ -182,11 +182,13 @@ int Wf_Read210(WfIn* f) {
         FreeLinks(&links);
         return 0;
     }
-    WfView_AfterLoad(1);
+    const int restoring = g.workfile.Restore_Slot;
+    WfView_AfterLoad(restoring ? restoring : 1);
     ResolveLinks(&links);
     Layer* current = LayerAtFilePosition(current_layer);
     g.scene.Current_Layer = current ? current : g.scene.First_Layer;
     FreeLinks(&links);
+    if (restoring) return 1;   // undo redraws once it has put the selection back
     Msg_Printf("\nRedrawing...");
     WfView_RedrawAll();
     return 1;

@@ -6,6 +6,7 @@
 // user the old file. All writes go through wf_io.cpp, which buffers them and
 // keeps a sticky error flag checked once at the end.
 #include <cstdio>
+#include <cstdlib>
 
 #include "base/safe_file.h"
 #include "scene/layers.h"
@@ -37,7 +38,7 @@ void WriteSettings(WfOut* f) {
     Wf_PutByte(f, 19);
     Wf_PutInt32(f, WfView_Layout());
     Wf_PutByte(f, 20);
-    Wf_PutInt32(f, WfView_Current());
+    Wf_PutInt32(f, g.workfile.Snapshot_Mode ? 0 : WfView_Current());
     Wf_PutByte(f, 21);
     Wf_PutInt32(f, g.scene.Current_Layer ? PositionOf(g.scene.Current_Layer) : 0);
     Wf_PutByte(f, KEY_END);
@@ -98,4 +99,67 @@ int WorkFile_Save(const char* path) {
     SafeFile_Discard(&out);
     g.workfile.Write_Error = 1;   // the command tells the user (out of disk space)
     return 0;
+}
+
+// Snapshots: the same sections as a save, without the magic, the views last.
+namespace {
+
+void WriteScene(WfOut* f, WfMemory* m, size_t* scene_size) {
+    WriteSettings(f);
+    WriteOutput(f);
+    int pos = 1;
+    for (const Layer* l = g.scene.First_Layer; l; l = l->next) WriteLayer(f, l, pos++);
+    Wf_Flush(f);
+    *scene_size = m->against ? m->compared : m->size;
+}
+
+}  // namespace
+
+int WorkFile_Snapshot(WfSnapshot* s) {
+    WorkFile_FreeSnapshot(s);
+    const int keep_error = g.workfile.Write_Error;
+    g.workfile.Write_Error = 0;
+    g.workfile.Snapshot_Mode = 1;
+    WfMemory m;
+    WfOut buffer;
+    buffer.mem = &m;
+    size_t scene_size = 0;
+    WriteScene(&buffer, &m, &scene_size);
+    WfView_StoreWorking();
+    for (int n = 1; n <= 4; n++) WfView_WriteSlot(&buffer, n);
+    Wf_PutByte(&buffer, TAG_END);
+    Wf_Flush(&buffer);
+    const int ok = !g.workfile.Write_Error;
+    g.workfile.Snapshot_Mode = 0;
+    g.workfile.Write_Error = keep_error;
+    if (!ok) {
+        free(m.data);
+        return 0;
+    }
+    s->data = m.data;
+    s->size = m.size;
+    s->scene_size = scene_size;
+    return 1;
+}
+
+int WorkFile_SameScene(const WfSnapshot* s) {
+    if (!s->data) return 0;
+    const int keep_error = g.workfile.Write_Error;
+    g.workfile.Write_Error = 0;
+    g.workfile.Snapshot_Mode = 1;
+    WfMemory m;
+    m.against = s->data;
+    m.against_size = s->scene_size;
+    WfOut buffer;
+    buffer.mem = &m;
+    size_t scene_size = 0;
+    WriteScene(&buffer, &m, &scene_size);
+    g.workfile.Snapshot_Mode = 0;
+    g.workfile.Write_Error = keep_error;
+    return !m.differs && scene_size == s->scene_size;
+}
+
+void WorkFile_FreeSnapshot(WfSnapshot* s) {
+    free(s->data);
+    *s = WfSnapshot{};
 }

@@ -51,6 +51,7 @@ int WorkFile_Load(const char* path) {
         return 0;
     }
     Scene_Clear();
+    g.workfile.Load_Count++;
     Wf_SetNames(path);
     WfIn in;
     in.f = f;
@@ -83,5 +84,17 @@ int WorkFile_Merge(const char* path) {
     if (!g.scene.First_Layer) Layer_NewFirst();
     fclose(f);
     g.workfile.Load_Problem = result ? WF_LOADED : WF_DAMAGED;
+    return result;
+}
+
+int WorkFile_Restore(const WfSnapshot* s, int slot) {
+    Scene_Clear();
+    WfIn in;
+    in.mem = s->data;
+    in.mem_size = s->size;
+    g.workfile.Restore_Slot = slot >= 1 && slot <= 4 ? slot : 1;
+    int result = Wf_Read210(&in);
+    g.workfile.Restore_Slot = 0;
+    if (!g.scene.First_Layer) Layer_NewFirst();
     return result;
 }

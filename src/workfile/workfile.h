@@ -17,3 +17,14 @@ int WorkFile_Merge(const char* path);
 // Reads the 35-byte magic from f: 1 for version 2.10, 2 for 2.0A. Otherwise
 // closes f, prints the "Not a ... work file!" message and returns 0.
 int WorkFile_CheckMagic(FILE* f);
+
+// Writes the scene into *s (freed first). 1, or 0 out of memory (s empty).
+int WorkFile_Snapshot(WfSnapshot* s);
+// 1 when the scene now writes the same bytes as s up to its views; this
+// allocates nothing.
+int WorkFile_SameScene(const WfSnapshot* s);
+// Replaces the scene, the settings and the stored viewports by those of s;
+// stored viewport `slot` becomes the working one. Neither prints "Redrawing"
+// nor redraws. 1, or 0 when memory ran out on the way (part is restored).
+int WorkFile_Restore(const WfSnapshot* s, int slot);
+void WorkFile_FreeSnapshot(WfSnapshot* s);

@@ -188,6 +188,7 @@ TEST_F(SupportDialogs, CommandNamesNameKnownCodes) {
     for (int c = 201; c <= 232; c++) known.insert(c);
     for (int c = 301; c <= 318; c++) known.insert(c);   // 318: change of layer
     for (int c = 951; c <= 957; c++) known.insert(c);
+    known.insert({1101, 1102});   // UNDO, REDO
     for (const CommandName& r : g.menus.CommandTable) EXPECT_TRUE(known.count(r.code)) << r.name << " " << r.code;
 }
 

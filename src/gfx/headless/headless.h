@@ -40,6 +40,10 @@ void Headless_PushClick(int x, int y, int button = MOUSE_LEFT);
 void Headless_HoldInput(double seconds);
 int Headless_Pending();                         // events still queued
 void Headless_ClearInput();
+// `feed` is called when the program waits and the queue is empty; it
+// returns 1 after queueing more input, 0 to end the session. nullptr: none.
+// Headless_Reset removes it.
+void Headless_SetFeeder(int (*feed)());
 
 // --- output ---
 int Headless_Pixel(int x, int y);               // palette index, -1 outside

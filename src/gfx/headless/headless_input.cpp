@@ -74,6 +74,7 @@ namespace headless {
 
 void OutOfInput(const char* where) {
     d.idlePolls = 0;
+    if (d.feeder && d.feeder() && !d.queue.empty()) return;
     std::string prompt = g.input.promptText[0] ? g.input.promptText : Headless_LastLine();
     throw Headless_InputExhausted(std::string(where) + ": no more test input at prompt \"" +
                                   prompt + "\"");
@@ -102,11 +103,14 @@ int X11_KeyPressed() {
 int X11_GetKey() {
     WaitHeld();
     // Pointer events in front of the key are taken as the pump would.
-    while (!d.queue.empty() && d.queue.front().kind != Event::KEY) {
-        Apply(d.queue.front());
-        d.queue.pop_front();
+    for (;;) {
+        while (!d.queue.empty() && d.queue.front().kind != Event::KEY) {
+            Apply(d.queue.front());
+            d.queue.pop_front();
+        }
+        if (!d.queue.empty()) break;
+        headless::OutOfInput("X11_GetKey");
     }
-    if (d.queue.empty()) headless::OutOfInput("X11_GetKey");
     int key = d.queue.front().a;
     d.queue.pop_front();
     d.idlePolls = 0;
@@ -201,6 +205,7 @@ void Headless_PushClick(int x, int y, int button) {
 void Headless_HoldInput(double seconds) { d.inputAt = d.ticks + std::lround(seconds * 1e6); }
 
 int Headless_Pending() { return (int)d.queue.size(); }
+void Headless_SetFeeder(int (*feed)()) { d.feeder = feed; }
 void Headless_ClearInput() { d.queue.clear(); }
 
 const std::string& Headless_Transcript() {

@@ -33,6 +33,7 @@ struct Display {
     long inputAt = 0;                         // queued input is held until the clock reaches this
     std::string transcript;
     std::vector<Headless_Segment> segments;   // lines asked for, bounded
+    int (*feeder)() = nullptr;                // asked for more input before a session ends
 };
 
 extern Display d;
@@ -40,7 +41,8 @@ extern Display d;
 // Queued input is not there yet (Headless_HoldInput).
 inline bool InputHeld() { return d.ticks < d.inputAt; }
 
-// Throws Headless_InputExhausted: the program waits and nothing will come.
-[[noreturn]] void OutOfInput(const char* where);
+// The program waits and the queue is empty: returns when the feeder queued
+// more input, else throws Headless_InputExhausted (nothing will come).
+void OutOfInput(const char* where);
 
 }  // namespace headless
