@@ -26,6 +26,7 @@ void Commands_Install() {
     screen.line_to = View_ScreenLineTo;
     screen.redraw_all = Views_RedrawAll;
     screen.use_layer = View_UseLayerTransform;
+    screen.nothing_drawn = View_PollStop;
     Output_SetConsumer(OUTPUT_SCREEN, screen);
 
     OutputConsumer pov{};

@@ -19,6 +19,7 @@ struct OutputConsumer {
     int (*grid_end)();
     void (*redraw_all)();                             // screen: redraw every viewport
     void (*use_layer)(const Layer* layer);            // screen: place points as in `layer` (null: as they are)
+    int (*nothing_drawn)();                           // screen: a facet dropped; 1 when the user stopped the drawing
 };
 
 enum OutputModeCode : int {

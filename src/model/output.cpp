@@ -147,8 +147,8 @@ int Output_Line(Point3 a, Point3 b) {
 int Output_Facet(const Point3* corner, int n, int mask) {
     if (n != 3 && n != 4) return 0;
     const OutputConsumer* out = Current();
-    for (int k = 0; k < n; k++)   // the pen draws nothing of it but may be stopped
-        if (!Finite(corner[k])) return out->line_to ? OutlineFacet(out, corner, n, mask) : 0;
+    for (int k = 0; k < n; k++)   // dropped, but the drawing may still be stopped
+        if (!Finite(corner[k])) return out->nothing_drawn ? out->nothing_drawn() : 0;
     if (out->facet) return out->facet(corner, n, mask);
     if (out->triangle) {
         if (out->triangle(corner[0], corner[1], corner[2])) return 1;

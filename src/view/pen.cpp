@@ -172,6 +172,8 @@ int UserStop() {
 
 double View_PerspectiveScale(const Viewport* vp) { return PerspectiveScale(vp); }
 
+int View_PollStop() { return g.view.Active_Viewport.line_mode == LINE_HIT_TEST ? 0 : UserStop(); }
+
 void View_BeginInterruptible() {
     ViewState& v = g.view;
     X11_ReadMouse(&v.poll_mouse_x, &v.poll_mouse_y, &v.poll_mouse_buttons);

@@ -60,6 +60,9 @@ void Views_Reset();                     // the start-up views
 void View_MoveTo(Viewport* vp, Point3 p);
 // 1 when drawing must stop (event waiting, or pick box hit), else 0.
 int View_LineTo(Viewport* vp, Point3 p);
+// During a redraw: 1 when the user has asked it to stop (polled as a line
+// would be, for work that draws nothing).
+int View_PollStop();
 int View_DrawPixelRect(Viewport* vp, int x1, int y1, int x2, int y2);
 // f of the 3D view: a camera-space point (x, y, z) is at pixel
 // x = screen_cx - f x / z, y = screen_cy + half_height_px y / z.

@@ -143,8 +143,7 @@ TEST_F(PolyEditTest, SweepEdit) {
         {"ANG\n90\nE\n", "\nSet new Angle <360>: " + SR + "\nCommand: ", "f3 c0 s8 m16 n16 a90 p1 0,0,0 p2 0,1,0 :"},
     });
     Rec() = Recording{};
-    g.output.consumer[OUTPUT_DXF] = OutputConsumer{0, rec_hooks::Move, rec_hooks::Line, rec_hooks::Facet,
-                                                   nullptr, nullptr, nullptr, nullptr, nullptr, nullptr};
+    g.output.consumer[OUTPUT_DXF] = rec_hooks::Consumer(0, rec_hooks::Facet);
     g.output.Output_Mode = OUTPUT_DXF;
     Object_Draw(g.scene.Current_Layer->first_object);
     g.output.Output_Mode = OUTPUT_SCREEN;

@@ -49,6 +49,15 @@ inline int Facet(const Point3* c, int n, int mask) {
     Rec().facets.push_back(f);
     return 0;
 }
+// A recording consumer: lines always, facets when `facet` is given.
+inline OutputConsumer Consumer(int on_screen, int (*facet)(const Point3*, int, int)) {
+    OutputConsumer c{};
+    c.on_screen = on_screen;
+    c.move_to = Move;
+    c.line_to = Line;
+    c.facet = facet;
+    return c;
+}
 }  // namespace rec_hooks
 
 // Fixture: a layer to receive objects, a fresh recording.
@@ -61,15 +70,12 @@ class GeomTest : public QmrTest {
     }
     // Facets as they are (like DXF), lines recorded too, mode 2.
     void UseFacets() {
-        g.output.consumer[OUTPUT_DXF] = OutputConsumer{0, rec_hooks::Move, rec_hooks::Line, rec_hooks::Facet,
-                                                       nullptr, nullptr, nullptr, nullptr, nullptr, nullptr};
+        g.output.consumer[OUTPUT_DXF] = rec_hooks::Consumer(0, rec_hooks::Facet);
         g.output.Output_Mode = OUTPUT_DXF;
     }
     // Edges through the pen, as on screen, mode 0.
     void UseScreen() {
-        g.output.consumer[OUTPUT_SCREEN] =
-            OutputConsumer{1, rec_hooks::Move, rec_hooks::Line, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                           nullptr};
+        g.output.consumer[OUTPUT_SCREEN] = rec_hooks::Consumer(1, nullptr);
         g.output.Output_Mode = OUTPUT_SCREEN;
     }
 };

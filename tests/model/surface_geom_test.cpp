@@ -20,8 +20,7 @@ class SurfaceGeom : public GeomTest {
     }
     // The wireframe consumer, seeing facets as they are.
     void UseScreenFacets() {
-        g.output.consumer[OUTPUT_SCREEN] = OutputConsumer{1, rec_hooks::Move, rec_hooks::Line, rec_hooks::Facet,
-                                                          nullptr, nullptr, nullptr, nullptr, nullptr, nullptr};
+        g.output.consumer[OUTPUT_SCREEN] = rec_hooks::Consumer(1, rec_hooks::Facet);
         g.output.Output_Mode = OUTPUT_SCREEN;
     }
     Point3 pts[16];

@@ -135,8 +135,9 @@ bool Same(const std::vector<double>& a, const std::vector<double>& b) {
 // Every facet corner the generator hands out, rounded and sorted.
 std::vector<Point3> Facets(const Object* o) {
     Rec() = Recording{};
-    g.output.consumer[OUTPUT_DXF] = OutputConsumer{0, nullptr, nullptr, rec_hooks::Facet, nullptr, nullptr, nullptr,
-                                                   nullptr, nullptr, nullptr};
+    g.output.consumer[OUTPUT_DXF] = rec_hooks::Consumer(0, rec_hooks::Facet);
+    g.output.consumer[OUTPUT_DXF].move_to = nullptr;
+    g.output.consumer[OUTPUT_DXF].line_to = nullptr;
     g.output.Output_Mode = OUTPUT_DXF;
     Object_Draw(o);
     g.output.Output_Mode = OUTPUT_SCREEN;
