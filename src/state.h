@@ -43,6 +43,7 @@ struct State {
     BrowserState browser; // file browser: directory, name field, save-as flag
     DialogClip dialogClip; // where the dialog being drawn may draw
     long dialogCloses = 0;   // dialogs closed so far: one opened over another took its release
+    const Dialog* runningDialog = nullptr;   // the dialog waiting in Dialog_Run, if any
     CmdState cmd;        // command layer
 };
 

@@ -16,6 +16,11 @@
 //                     a left click on the element of a support dialog
 //                     (KIND BUTTON, CHECK, TEXTBOX or SHAPE), placed as the
 //                     dialog runtime centres the dialog on the screen
+//   !button LABEL     a left click on the button of the waiting dialog whose
+//                     label, blanks trimmed, is LABEL (any case)
+//   !box ID           a left click on the text box ID of the waiting dialog
+//   !row ID N [right] a left (or right) click on row N of its list area ID
+//   !screenshot FILE  the screen as it is now, written as a PNG picture
 //
 // The session ends when the script is used up and the program waits again.
 // Status: 0 when that wait is at "Command:" (every line consumed, the last
@@ -25,6 +30,7 @@
 // cannot be read. The reason goes to standard error as FILE:LINE: text.
 #include "startup/script.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cstdio>
 #include <cstdlib>
@@ -130,7 +136,55 @@ int DialogSpot(const char* file, const char* kind, int id, int* x, int* y) {
     return found;
 }
 
-// Queues a "!" line; 0 when it is not understood.
+std::string Blanks(const char* text) {
+    std::string t = text;
+    while (!t.empty() && t.back() == ' ') t.pop_back();
+    return t.substr(std::min(t.size(), t.find_first_not_of(' ')));
+}
+
+// The centre of cell (column, row) of the screen.
+void ClickCell(int column, int row, int button = MOUSE_LEFT) {
+    const int cw = X11_TextWidth("h");
+    Headless_PushClick(column * cw + cw / 2, row * SCREEN_LINE + SCREEN_LINE / 2, button);
+}
+
+// A click on an element of the dialog waiting in its run; 0 when there is
+// no such dialog or element.
+int WaitingDialogClick(const char* word, const std::string& rest) {
+    const Dialog* d = g.runningDialog;
+    if (!d) return 0;
+    if (strcasecmp(word, "button") == 0) {
+        for (const DlgButton& b : d->buttonList) {
+            const std::string label = Blanks(b.text);
+            if (!label.empty() && strcasecmp(label.c_str(), rest.c_str()) == 0) {
+                ClickCell(b.column + (int)(strlen(b.text) / 2), b.row);
+                return 1;
+            }
+        }
+        return 0;
+    }
+    if (strcasecmp(word, "box") == 0) {
+        for (const DlgTextBox& t : d->textBoxes)
+            if (t.id == atoi(rest.c_str())) {
+                ClickCell(t.column, t.row);
+                return 1;
+            }
+        return 0;
+    }
+    int id = 0, n = 0;
+    char side[16] = "";
+    if (sscanf(rest.c_str(), "%d %d %15s", &id, &n, side) < 2 || (side[0] && strcasecmp(side, "right") != 0))
+        return 0;
+    for (const DlgGraph& a : d->graphs)
+        if (a.id == id && n >= 0 && n <= a.bottom - a.top) {
+            ClickCell(a.left + 2, a.top + n, side[0] ? MOUSE_RIGHT : MOUSE_LEFT);
+            return 1;
+        }
+    return 0;
+}
+
+// Queues a "!" line: 1 when input was queued, 2 when it was done without
+// input, 0 when it is not understood.
 int Directive(const std::string& line) {
     char word[16] = "";
     int used = 0;
@@ -157,6 +211,12 @@ int Directive(const std::string& line) {
         if (!DialogSpot(file, kind, id, &x, &y)) return 0;
         Headless_PushClick(x, y);
         return 1;
+    }
+    if (strcasecmp(word, "button") == 0 || strcasecmp(word, "box") == 0 || strcasecmp(word, "row") == 0)
+        return WaitingDialogClick(word, rest);
+    if (strcasecmp(word, "screenshot") == 0) {
+        if (rest.empty() || !Headless_DumpPNG(rest.c_str())) return 0;
+        return 2;   // nothing queued: the next line follows at once
     }
     if (strcasecmp(word, "pixel") == 0) {
         int x, y;
@@ -192,8 +252,11 @@ int Feed() {
         s.log.clear();
         if (!line.empty() && line[0] == '#') continue;
         if (!line.empty() && line[0] == '!') {
-            if (Directive(line)) return 1;
-            Fail(1, "\"" + line + "\": not a directive (!key NAME, !click x,y,z, !pixel x,y, !dialog FILE KIND ID)");
+            const int done = Directive(line);
+            if (done == 2) continue;
+            if (done) return 1;
+            Fail(1, "\"" + line + "\": not a directive, or nothing for it to click (!key NAME, !click x,y,z, "
+                    "!pixel x,y, !dialog FILE KIND ID, !button LABEL, !box ID, !row ID N [right], !screenshot FILE)");
             return 0;
         }
         Headless_PushText(line.c_str());

@@ -139,6 +139,11 @@ int Dialog_Run(Dialog* d, DialogResult* r) {
     if (d->closesSeen != g.dialogCloses) d->buttons = d->previousButtons = 0;
     SetResult(r, -1, nullptr, 0);
     ShowPointer(d);
+    struct Running {   // restored also when a session ends inside the run
+        const Dialog* outer = g.runningDialog;
+        ~Running() { g.runningDialog = outer; }
+    } running;
+    g.runningDialog = d;
     const int cw = Dialog_CellWidth();
     // The mouse goes first: keys typed right after a click on a text box
     // stay queued for the editing that the click starts.

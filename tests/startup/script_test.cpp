@@ -77,6 +77,15 @@ TEST_F(ScriptTest, StatusesAndMessagesOfFailingScripts) {
     EXPECT_EQ(r.status, 1);
     EXPECT_NE(LastLine(r.out).find(":1: \"!wave hello\": not a directive"), std::string::npos) << r.out;
 
+    // A button that the waiting dialog does not have, and one outside any dialog.
+    r = Script("LAYERS\n!button Frobnicate\n");
+    EXPECT_EQ(r.status, 1);
+    EXPECT_NE(LastLine(r.out).find(":2: \"!button Frobnicate\": not a directive, or nothing for it to click"),
+              std::string::npos)
+        << r.out;
+    r = Script("!button Close\n");
+    EXPECT_EQ(r.status, 1);
+
     r = Run({"--script", root.file("missing.txt")});
     EXPECT_EQ(r.status, 3);
     EXPECT_EQ(LastLine(r.out), root.file("missing.txt") + ": can't read the script");
