@@ -90,6 +90,14 @@ TEST_F(UndoTest, EveryCommandUndoneAndRedoneByteForByte) {
         {"CONE-SWEEP\n{1,0}1,3,1\n"},
         {"THICKEN\n{1,0}0.5\n\n3\n"},
         {"WALL\n{1,0}\n1\n"},
+        {"RULSURF\n{1,0}{5,4}3\n3\n"},
+        {"COONS\n{1,0}{2,1}{1,2}{0,1}3\n3\n", {}, [] {   // the profile line and three more make a square
+             AddPolyline({{2, 0, 0}, {2, 0, 2}});
+             AddPolyline({{2, 0, 2}, {0, 0, 2}});
+             AddPolyline({{0, 0, 2}, {0, 0, 0}});
+         }},
+        {"JOIN\n{1,0}{2,-2}", {}, [] { AddPolyline({{2, 0, 0}, {2, 0, -3}}); }},
+        {"PARRAY\n{1,0}{-3.5,-4}E\n3\n"},
         {"MOVE\n0,0,0\n@3,0,-1\n"},
         {"COPY\n0,0,0\n0,2,0\n"},
         {"ROTATE\n0,0,0\n90\n"},
@@ -124,6 +132,41 @@ TEST_F(UndoTest, EveryCommandUndoneAndRedoneByteForByte) {
              Dlg_Type("browser.dlg", 11, "other.qmr\n");
              Dlg_Click("browser.dlg", "BUTTON", 1);
          }},
+        {"IMPDXF\n", [] {
+             Dlg_Type("browser.dlg", 11, "face.dxf\n");
+             Dlg_Click("browser.dlg", "BUTTON", 1);
+         }},
+        {"PCUBE\n-13,0,-6\n2.5\n\n\n"},
+        {"PYRAMID\n-7.5,0,-5\n3\n3\n3.5\n"},
+        {"WEDGE\n-3,0,-6\n2.5\n3\n3\n"},
+        {"FACE\n0,0,-5\n3,0,-5\n3,3,-5\n0,3,-5\n"},
+        {"TRIANGLE\n4,0,-5\n7,0,-5\n5.5,3,-5\n"},
+        {"MESH\n9,0,-6\n13,1.5,-6\n13,0,-3\n9,2,-3\n6\n6\n"},
+        {"STAIRCASE\n-10,0,1\n0.3\n0.6\n2.6\n12\n"},
+        {"SCREWTHREAD\n-3.5,0,1\n5\n0.9\n0.45\n0.15\n6\n24\n"},
+        {"SPRING\n2,0,1\n2.6\n0.3\n0.4\n0\n6\n15\n"},
+        {"BEZIER\n", [] {
+             Dlg_Click("bezier.dlg", "SHAPE", 3);   // a sphere
+             Headless_PushText("-4.5,0,8\n2\n");
+         }},
+        {"OPTIONS\n", [] {
+             Dlg_Click("options.dlg", "CHECK", 6);   // Antialias, kept in the work file
+             Dlg_Click("options.dlg", "BUTTON", 1);
+         }},
+        {"TRANSFORM\n",
+         [] {   // the sphere moved by the dialog
+             Dlg_Type("trans.dlg", 2, "3\n");
+             Dlg_Click("trans.dlg", "BUTTON", 1);
+         },
+         [] {   // the dialog is for primitives: the sphere selected instead of the square
+             Layer *first = g.scene.First_Layer, *second = first->next;
+             Object_SetSelected(first->first_object->next, 0, first);
+             Object_SetSelected(second->first_object, 1, second);
+         }},
+        {"PROPERTIES\n", [] {   // the selected square casts no shadow
+             Dlg_Click("general.dlg", "CHECK", 2);
+             Dlg_Click("general.dlg", "BUTTON", 1);
+         }},
         {"IMPRAW\n", [] {
              Dlg_Type("browser.dlg", 11, "tri.raw\n");
              Dlg_Click("browser.dlg", "BUTTON", 1);
@@ -141,6 +184,10 @@ TEST_F(UndoTest, EveryCommandUndoneAndRedoneByteForByte) {
         Add_Primitive(&cube);
         ASSERT_EQ(WorkFile_Save(dir.file("other.qmr").c_str()), 1);
         WriteFile(dir.file("tri.raw"), "0 0 0 1 0 0 0 1 0\n");
+        WriteFile(dir.file("face.dxf"),
+                  "  0\nSECTION\n  2\nENTITIES\n  0\n3DFACE\n  8\nA\n"
+                  "  10\n0\n  20\n0\n  30\n0\n  11\n1\n  21\n0\n  31\n0\n"
+                  "  12\n1\n  22\n1\n  32\n0\n  13\n0\n  23\n1\n  33\n0\n  0\nENDSEC\n  0\nEOF\n");
     }
     for (const Row& r : rows) {
         SCOPED_TRACE(r.script);
