@@ -59,6 +59,25 @@ TEST_F(ScriptTest, BuildSaveThenOpenAndExport) {
     EXPECT_EQ(r.status, 0) << r.out;
 }
 
+// The layers dialog driven by its labels, rows and boxes: a second layer
+// named, nested under the first by the right-click options; then the screen.
+TEST_F(ScriptTest, WaitingDialogClickedByLabelRowAndBox) {
+    const std::string shot = root.file("screen.png");
+    RunResult r = Script("LAYERS\n!button New\n!box 10\nInner\n!row 4 2 right\n!button Nest Layer\n"
+                         "!button Close\n!screenshot " + shot + "\nEXPORTPOV\n");
+    ASSERT_EQ(r.status, 0) << r.out;
+    const std::string pov = ReadFile(root.file("pov/scenes/untitled.pov"));
+    const size_t outer = pov.find("// Layer name: Untitled"), inner = pov.find("// Layer name: Inner");
+    ASSERT_NE(outer, std::string::npos) << pov;
+    EXPECT_LT(outer, inner);   // nested: written inside the first layer's statement
+    EXPECT_EQ(pov.find("\nunion {  // Layer name: Inner"), std::string::npos) << pov;
+    // A PNG of the 640x480 screen: signature, then the IHDR width and height.
+    const std::string png = ReadFile(shot);
+    ASSERT_GT(png.size(), 24u);
+    EXPECT_EQ(png.substr(0, 8), "\x89PNG\r\n\x1a\n");
+    EXPECT_EQ(png.substr(16, 8), std::string("\0\0\x02\x80\0\0\x01\xe0", 8));
+}
+
 TEST_F(ScriptTest, StatusesAndMessagesOfFailingScripts) {
     RunResult r = Script("SPHERE\n1,0,2\n");
     EXPECT_EQ(r.status, 2);
