@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <map>
 
-#include "e2e/program_fixture.h"
+#include "startup/script_fixture.h"
 
 namespace {
 
@@ -30,13 +30,10 @@ int Count(const std::string& text, const std::string& what) {
     return n;
 }
 
-class ExamplesTest : public ProgramTest {
+class ExamplesTest : public ScriptSessionTest {
   protected:
     void SetUp() override {
-        ProgramTest::SetUp();
-        WriteFile(root.file("rc"), Config());
-        opt.env["QMRRC"] = root.file("rc");
-        opt.env.erase("QMR_TRANSCRIPT");
+        ScriptSessionTest::SetUp();
         opt.timeout_s = 300;   // whole dialog sessions, under the sanitizers
     }
     // Runs examples/NAME.txt; the scene file it exported.

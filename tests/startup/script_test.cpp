@@ -3,18 +3,12 @@
 // the scene file, one read from standard input, and the exit statuses and
 // messages of a script that ends while a prompt waits, an unknown command,
 // a wrong directive and a missing script.
-#include "e2e/program_fixture.h"
+#include "startup/script_fixture.h"
 
 namespace {
 
-class ScriptTest : public ProgramTest {
+class ScriptTest : public ScriptSessionTest {
   protected:
-    void SetUp() override {
-        ProgramTest::SetUp();
-        WriteFile(root.file("rc"), Config());
-        opt.env["QMRRC"] = root.file("rc");
-        opt.env.erase("QMR_TRANSCRIPT");
-    }
     RunResult Script(const std::string& text, std::vector<std::string> more = {}) {
         WriteFile(root.file("s.txt"), text);
         std::vector<std::string> args = {"--script", root.file("s.txt")};
